@@ -1,0 +1,1 @@
+// Keeps a target valid while its folder has no sources yet.

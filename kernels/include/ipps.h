@@ -1,0 +1,259 @@
+/* Signal-processing functions of the numeric backend (one-dimensional). */
+#ifndef IPPS_H
+#define IPPS_H
+
+#include "ipptypes.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+IPPAPI(const IppLibraryVersion *, ippsGetLibVersion, (void))
+
+/* Memory: 64-byte aligned; null for a length below 1 or when out of memory. */
+IPPAPI(Ipp8u *, ippsMalloc_8u, (int len))
+IPPAPI(Ipp32f *, ippsMalloc_32f, (int len))
+IPPAPI(Ipp32fc *, ippsMalloc_32fc, (int len))
+IPPAPI(Ipp64f *, ippsMalloc_64f, (int len))
+IPPAPI(void, ippsFree, (void *ptr))
+
+/* Unary math and normalisation. */
+IPPAPI(IppStatus, ippsAbs_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsAbs_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsSqr_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsSqr_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsSqr_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsSqrt_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsSqrt_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsSqrt_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsExp_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsExp_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsLn_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsLn_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsArctan_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsArctan_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsNormalize_64f,
+       (const Ipp64f *pSrc, Ipp64f *pDst, int len, Ipp64f vSub, Ipp64f vDiv))
+
+/* Arithmetic with a constant: pDst = pSrc op val (SubCRev and DivCRev:
+ * val op pSrc). */
+#define ORB_DECLARE_C(name, T, V) IPPAPI(IppStatus, name, (const T *pSrc, V val, T *pDst, int len))
+ORB_DECLARE_C(ippsAddC_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_C(ippsAddC_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_C(ippsAddC_64fc, Ipp64fc, Ipp64fc)
+ORB_DECLARE_C(ippsSubC_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_C(ippsSubC_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_C(ippsSubC_64fc, Ipp64fc, Ipp64fc)
+ORB_DECLARE_C(ippsSubCRev_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_C(ippsSubCRev_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_C(ippsSubCRev_64fc, Ipp64fc, Ipp64fc)
+ORB_DECLARE_C(ippsMulC_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_C(ippsMulC_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_C(ippsMulC_64fc, Ipp64fc, Ipp64fc)
+ORB_DECLARE_C(ippsDivC_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_C(ippsDivC_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_C(ippsDivC_64fc, Ipp64fc, Ipp64fc)
+ORB_DECLARE_C(ippsDivCRev_32f, Ipp32f, Ipp32f)
+
+/* Arithmetic between two vectors. Sub and Div take pSrc1 as the right-hand
+ * operand: pDst = pSrc2 - pSrc1, pDst = pSrc2 / pSrc1. */
+#define ORB_DECLARE_2(name, T) IPPAPI(IppStatus, name, (const T *pSrc1, const T *pSrc2, T *pDst, int len))
+ORB_DECLARE_2(ippsAdd_32f, Ipp32f)
+ORB_DECLARE_2(ippsAdd_64f, Ipp64f)
+ORB_DECLARE_2(ippsAdd_64fc, Ipp64fc)
+ORB_DECLARE_2(ippsSub_32f, Ipp32f)
+ORB_DECLARE_2(ippsSub_64f, Ipp64f)
+ORB_DECLARE_2(ippsSub_64fc, Ipp64fc)
+ORB_DECLARE_2(ippsMul_32f, Ipp32f)
+ORB_DECLARE_2(ippsMul_64f, Ipp64f)
+ORB_DECLARE_2(ippsMul_64fc, Ipp64fc)
+ORB_DECLARE_2(ippsDiv_32f, Ipp32f)
+ORB_DECLARE_2(ippsDiv_64f, Ipp64f)
+ORB_DECLARE_2(ippsDiv_64fc, Ipp64fc)
+/* pSrcDst += pSrc1 * pSrc2 */
+IPPAPI(IppStatus, ippsAddProduct_32f, (const Ipp32f *pSrc1, const Ipp32f *pSrc2, Ipp32f *pSrcDst, int len))
+IPPAPI(IppStatus, ippsAddProduct_64f, (const Ipp64f *pSrc1, const Ipp64f *pSrc2, Ipp64f *pSrcDst, int len))
+IPPAPI(IppStatus, ippsAddProduct_64fc, (const Ipp64fc *pSrc1, const Ipp64fc *pSrc2, Ipp64fc *pSrcDst, int len))
+
+/* Bitwise logic and shifts. */
+ORB_DECLARE_C(ippsAndC_8u, Ipp8u, Ipp8u)
+ORB_DECLARE_C(ippsAndC_16u, Ipp16u, Ipp16u)
+ORB_DECLARE_C(ippsAndC_32u, Ipp32u, Ipp32u)
+ORB_DECLARE_C(ippsOrC_8u, Ipp8u, Ipp8u)
+ORB_DECLARE_C(ippsOrC_16u, Ipp16u, Ipp16u)
+ORB_DECLARE_C(ippsOrC_32u, Ipp32u, Ipp32u)
+ORB_DECLARE_C(ippsXorC_8u, Ipp8u, Ipp8u)
+ORB_DECLARE_C(ippsXorC_16u, Ipp16u, Ipp16u)
+ORB_DECLARE_C(ippsXorC_32u, Ipp32u, Ipp32u)
+ORB_DECLARE_2(ippsAnd_8u, Ipp8u)
+ORB_DECLARE_2(ippsAnd_16u, Ipp16u)
+ORB_DECLARE_2(ippsAnd_32u, Ipp32u)
+ORB_DECLARE_2(ippsOr_8u, Ipp8u)
+ORB_DECLARE_2(ippsOr_16u, Ipp16u)
+ORB_DECLARE_2(ippsOr_32u, Ipp32u)
+ORB_DECLARE_2(ippsXor_8u, Ipp8u)
+ORB_DECLARE_2(ippsXor_16u, Ipp16u)
+ORB_DECLARE_2(ippsXor_32u, Ipp32u)
+IPPAPI(IppStatus, ippsNot_8u, (const Ipp8u *pSrc, Ipp8u *pDst, int len))
+IPPAPI(IppStatus, ippsNot_16u, (const Ipp16u *pSrc, Ipp16u *pDst, int len))
+IPPAPI(IppStatus, ippsNot_32u, (const Ipp32u *pSrc, Ipp32u *pDst, int len))
+ORB_DECLARE_C(ippsLShiftC_8u, Ipp8u, int)
+ORB_DECLARE_C(ippsLShiftC_16s, Ipp16s, int)
+ORB_DECLARE_C(ippsLShiftC_32s, Ipp32s, int)
+ORB_DECLARE_C(ippsRShiftC_8u, Ipp8u, int)
+ORB_DECLARE_C(ippsRShiftC_16s, Ipp16s, int)
+ORB_DECLARE_C(ippsRShiftC_32s, Ipp32s, int)
+#undef ORB_DECLARE_C
+#undef ORB_DECLARE_2
+
+/* Complex forms. */
+IPPAPI(IppStatus, ippsConj_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsConjFlip_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsReal_64fc, (const Ipp64fc *pSrc, Ipp64f *pDstRe, int len))
+IPPAPI(IppStatus, ippsImag_64fc, (const Ipp64fc *pSrc, Ipp64f *pDstIm, int len))
+IPPAPI(IppStatus, ippsMagnitude_64fc, (const Ipp64fc *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsMagnitude_32f, (const Ipp32f *pSrcRe, const Ipp32f *pSrcIm, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsMagnitude_64f, (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsPhase_64fc, (const Ipp64fc *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsPhase_32f, (const Ipp32f *pSrcRe, const Ipp32f *pSrcIm, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsPhase_64f, (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsPowerSpectr_64fc, (const Ipp64fc *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsPowerSpectr_32f, (const Ipp32f *pSrcRe, const Ipp32f *pSrcIm, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsPowerSpectr_64f, (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsRealToCplx_64f, (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsCplxToReal_64fc, (const Ipp64fc *pSrc, Ipp64f *pDstRe, Ipp64f *pDstIm, int len))
+IPPAPI(IppStatus, ippsCartToPolar_64fc, (const Ipp64fc *pSrc, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len))
+IPPAPI(IppStatus, ippsCartToPolar_64f,
+       (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len))
+IPPAPI(IppStatus, ippsPolarToCart_64fc, (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsPolarToCart_64f,
+       (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64f *pDstRe, Ipp64f *pDstIm, int len))
+
+/* Conversion between datatypes. Plain forms saturate integer results; the
+ * scaled forms multiply by 2^-scaleFactor first, then round and saturate. */
+#define ORB_DECLARE_CVT(name, S, D) IPPAPI(IppStatus, name, (const S *pSrc, D *pDst, int len))
+ORB_DECLARE_CVT(ippsConvert_8s32f, Ipp8s, Ipp32f)
+ORB_DECLARE_CVT(ippsConvert_16s32f, Ipp16s, Ipp32f)
+ORB_DECLARE_CVT(ippsConvert_32s32f, Ipp32s, Ipp32f)
+ORB_DECLARE_CVT(ippsConvert_64f32f, Ipp64f, Ipp32f)
+ORB_DECLARE_CVT(ippsConvert_32f64f, Ipp32f, Ipp64f)
+ORB_DECLARE_CVT(ippsConvert_32s64f, Ipp32s, Ipp64f)
+ORB_DECLARE_CVT(ippsConvert_64s64f, Ipp64s, Ipp64f)
+ORB_DECLARE_CVT(ippsConvert_32s16s, Ipp32s, Ipp16s)
+#define ORB_DECLARE_SFS(name, S, D) IPPAPI(IppStatus, name, (const S *pSrc, D *pDst, int len, int scaleFactor))
+ORB_DECLARE_SFS(ippsConvert_16s32f_Sfs, Ipp16s, Ipp32f)
+ORB_DECLARE_SFS(ippsConvert_32s32f_Sfs, Ipp32s, Ipp32f)
+ORB_DECLARE_SFS(ippsConvert_16s64f_Sfs, Ipp16s, Ipp64f)
+ORB_DECLARE_SFS(ippsConvert_32s64f_Sfs, Ipp32s, Ipp64f)
+ORB_DECLARE_SFS(ippsConvert_32s16s_Sfs, Ipp32s, Ipp16s)
+#define ORB_DECLARE_RND(name, S, D, L) \
+    IPPAPI(IppStatus, name, (const S *pSrc, D *pDst, L len, IppRoundMode rndMode, int scaleFactor))
+ORB_DECLARE_RND(ippsConvert_64f64s_Sfs, Ipp64f, Ipp64s, Ipp32u)
+ORB_DECLARE_RND(ippsConvert_32f32s_Sfs, Ipp32f, Ipp32s, int)
+ORB_DECLARE_RND(ippsConvert_64f32s_Sfs, Ipp64f, Ipp32s, int)
+ORB_DECLARE_RND(ippsConvert_64s32s_Sfs, Ipp64s, Ipp32s, int)
+ORB_DECLARE_RND(ippsConvert_32f16s_Sfs, Ipp32f, Ipp16s, int)
+ORB_DECLARE_RND(ippsConvert_64f16s_Sfs, Ipp64f, Ipp16s, int)
+ORB_DECLARE_RND(ippsConvert_32f8s_Sfs, Ipp32f, Ipp8s, int)
+ORB_DECLARE_RND(ippsConvert_16s8s_Sfs, Ipp16s, Ipp8s, Ipp32u)
+/* Byte order reversal of each element; the 24-bit form works on three-byte
+ * items, len of them. */
+ORB_DECLARE_CVT(ippsSwapBytes_16u, Ipp16u, Ipp16u)
+ORB_DECLARE_CVT(ippsSwapBytes_24u, Ipp8u, Ipp8u)
+ORB_DECLARE_CVT(ippsSwapBytes_32u, Ipp32u, Ipp32u)
+ORB_DECLARE_CVT(ippsSwapBytes_64u, Ipp64u, Ipp64u)
+
+/* Copies (no overlap) and moves (overlap allowed). */
+ORB_DECLARE_CVT(ippsCopy_16s, Ipp16s, Ipp16s)
+ORB_DECLARE_CVT(ippsCopy_32s, Ipp32s, Ipp32s)
+ORB_DECLARE_CVT(ippsCopy_64s, Ipp64s, Ipp64s)
+ORB_DECLARE_CVT(ippsCopy_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_CVT(ippsCopy_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_CVT(ippsCopy_64fc, Ipp64fc, Ipp64fc)
+ORB_DECLARE_CVT(ippsMove_16s, Ipp16s, Ipp16s)
+ORB_DECLARE_CVT(ippsMove_32s, Ipp32s, Ipp32s)
+ORB_DECLARE_CVT(ippsMove_64s, Ipp64s, Ipp64s)
+ORB_DECLARE_CVT(ippsMove_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_CVT(ippsMove_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_CVT(ippsMove_64fc, Ipp64fc, Ipp64fc)
+#undef ORB_DECLARE_CVT
+#undef ORB_DECLARE_SFS
+#undef ORB_DECLARE_RND
+
+/* Fill and clear. */
+IPPAPI(IppStatus, ippsSet_8u, (Ipp8u val, Ipp8u *pDst, int len))
+IPPAPI(IppStatus, ippsSet_16s, (Ipp16s val, Ipp16s *pDst, int len))
+IPPAPI(IppStatus, ippsSet_32s, (Ipp32s val, Ipp32s *pDst, int len))
+IPPAPI(IppStatus, ippsSet_64s, (Ipp64s val, Ipp64s *pDst, int len))
+IPPAPI(IppStatus, ippsSet_32f, (Ipp32f val, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsSet_64f, (Ipp64f val, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsSet_64fc, (Ipp64fc val, Ipp64fc *pDst, int len))
+IPPAPI(IppStatus, ippsZero_8u, (Ipp8u *pDst, int len))
+IPPAPI(IppStatus, ippsZero_16s, (Ipp16s *pDst, int len))
+IPPAPI(IppStatus, ippsZero_32s, (Ipp32s *pDst, int len))
+IPPAPI(IppStatus, ippsZero_64s, (Ipp64s *pDst, int len))
+IPPAPI(IppStatus, ippsZero_32f, (Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsZero_64f, (Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsZero_64fc, (Ipp64fc *pDst, int len))
+
+/* Resampling by an integer factor with a phase; the produced length and the
+ * phase for a following call come back through the pointers. */
+#define ORB_DECLARE_SAMPLE(name, T) \
+    IPPAPI(IppStatus, name, (const T *pSrc, int srcLen, T *pDst, int *pDstLen, int factor, int *pPhase))
+ORB_DECLARE_SAMPLE(ippsSampleUp_16s, Ipp16s)
+ORB_DECLARE_SAMPLE(ippsSampleUp_32f, Ipp32f)
+ORB_DECLARE_SAMPLE(ippsSampleUp_64f, Ipp64f)
+ORB_DECLARE_SAMPLE(ippsSampleUp_64fc, Ipp64fc)
+ORB_DECLARE_SAMPLE(ippsSampleDown_16s, Ipp16s)
+ORB_DECLARE_SAMPLE(ippsSampleDown_32f, Ipp32f)
+ORB_DECLARE_SAMPLE(ippsSampleDown_64f, Ipp64f)
+ORB_DECLARE_SAMPLE(ippsSampleDown_64fc, Ipp64fc)
+#undef ORB_DECLARE_SAMPLE
+
+/* Thresholds. Complex forms compare the magnitude with a real level. */
+#define ORB_DECLARE_T1(name, T, L) IPPAPI(IppStatus, name, (const T *pSrc, T *pDst, int len, L level))
+ORB_DECLARE_T1(ippsThreshold_LT_16s, Ipp16s, Ipp16s)
+ORB_DECLARE_T1(ippsThreshold_LT_32s, Ipp32s, Ipp32s)
+ORB_DECLARE_T1(ippsThreshold_LT_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_T1(ippsThreshold_LT_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_LT_64fc, Ipp64fc, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_GT_16s, Ipp16s, Ipp16s)
+ORB_DECLARE_T1(ippsThreshold_GT_32s, Ipp32s, Ipp32s)
+ORB_DECLARE_T1(ippsThreshold_GT_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_T1(ippsThreshold_GT_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_GT_64fc, Ipp64fc, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_LTAbs_16s, Ipp16s, Ipp16s)
+ORB_DECLARE_T1(ippsThreshold_LTAbs_32s, Ipp32s, Ipp32s)
+ORB_DECLARE_T1(ippsThreshold_LTAbs_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_T1(ippsThreshold_LTAbs_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_GTAbs_16s, Ipp16s, Ipp16s)
+ORB_DECLARE_T1(ippsThreshold_GTAbs_32s, Ipp32s, Ipp32s)
+ORB_DECLARE_T1(ippsThreshold_GTAbs_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_T1(ippsThreshold_GTAbs_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_LTInv_32f, Ipp32f, Ipp32f)
+ORB_DECLARE_T1(ippsThreshold_LTInv_64f, Ipp64f, Ipp64f)
+ORB_DECLARE_T1(ippsThreshold_LTInv_64fc, Ipp64fc, Ipp64f)
+#undef ORB_DECLARE_T1
+#define ORB_DECLARE_TV(name, T, L, V) IPPAPI(IppStatus, name, (const T *pSrc, T *pDst, int len, L level, V value))
+ORB_DECLARE_TV(ippsThreshold_LTVal_16s, Ipp16s, Ipp16s, Ipp16s)
+ORB_DECLARE_TV(ippsThreshold_LTVal_32f, Ipp32f, Ipp32f, Ipp32f)
+ORB_DECLARE_TV(ippsThreshold_LTVal_64f, Ipp64f, Ipp64f, Ipp64f)
+ORB_DECLARE_TV(ippsThreshold_LTVal_64fc, Ipp64fc, Ipp64f, Ipp64fc)
+ORB_DECLARE_TV(ippsThreshold_GTVal_16s, Ipp16s, Ipp16s, Ipp16s)
+ORB_DECLARE_TV(ippsThreshold_GTVal_32f, Ipp32f, Ipp32f, Ipp32f)
+ORB_DECLARE_TV(ippsThreshold_GTVal_64f, Ipp64f, Ipp64f, Ipp64f)
+ORB_DECLARE_TV(ippsThreshold_GTVal_64fc, Ipp64fc, Ipp64f, Ipp64fc)
+#undef ORB_DECLARE_TV
+#define ORB_DECLARE_T2(name, T) \
+    IPPAPI(IppStatus, name, (const T *pSrc, T *pDst, int len, T levelLT, T valueLT, T levelGT, T valueGT))
+ORB_DECLARE_T2(ippsThreshold_LTValGTVal_16s, Ipp16s)
+ORB_DECLARE_T2(ippsThreshold_LTValGTVal_32s, Ipp32s)
+ORB_DECLARE_T2(ippsThreshold_LTValGTVal_32f, Ipp32f)
+ORB_DECLARE_T2(ippsThreshold_LTValGTVal_64f, Ipp64f)
+#undef ORB_DECLARE_T2
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

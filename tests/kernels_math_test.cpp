@@ -1,0 +1,243 @@
+// Unary math kernels through their public entry points, on every compiled
+// Highway target.
+#include "dispatch.h"  // first: the kernels' target set
+
+#include <hwy/tests/hwy_gtest.h>
+
+#include <float.h>
+#include <math.h>
+#include <string.h>
+
+#include <complex>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "ipps.h"
+
+namespace {
+
+template <typename T>
+using Unary = IppStatus (*)(const T *, T *, int);
+template <typename T>
+using Lim = std::numeric_limits<T>;
+
+// Error of got in units in the last place of T at the exact value ref;
+// infinities, NaNs and signed zeros must match exactly.
+template <typename T>
+double UlpError(T got, long double ref)
+{
+    if (isnan(ref)) return isnan(got) ? 0 : INFINITY;
+    const T rounded = T(ref);
+    if (isinf(rounded) || isinf(got)) return got == rounded ? 0 : INFINITY;
+    if (ref == 0) return got == 0 && signbit(got) == signbit(ref) ? 0 : INFINITY;
+    int e;
+    frexpl(ref, &e);
+    return double(fabsl(got - ref) / fmaxl(ldexpl(1, e - Lim<T>::digits), Lim<T>::denorm_min()));
+}
+
+// Bitwise, except that all NaNs are alike.
+template <typename T>
+bool Same(T a, T b) { return (isnan(a) && isnan(b)) || memcmp(&a, &b, sizeof(T)) == 0; }
+bool Same(Ipp64fc a, Ipp64fc b) { return Same(a.re, b.re) && Same(a.im, b.im); }
+
+IppStatus Normalize(const double *s, double *d, int n) { return ippsNormalize_64f(s, d, n, 0.25, -3.0); }
+
+// A real function: its exact value, the error allowed and the interval of
+// its accuracy sweep (log-spaced, both signs, when lo > 0).
+template <typename T>
+struct Fn {
+    const char *name;
+    Unary<T> fn;
+    long double (*exact)(long double);
+    double max_ulp, lo, hi;
+};
+
+template <typename T>
+Unary<T> Pick(Unary<float> f32, Unary<double> f64)
+{
+    if constexpr (sizeof(T) == 4) return f32; else return f64;
+}
+
+template <typename T>
+std::vector<Fn<T>> Functions()
+{
+    constexpr bool f = sizeof(T) == 4;
+    const double big = Lim<T>::max();
+    std::vector<Fn<T>> fns = {
+        {"Abs", Pick<T>(ippsAbs_32f, ippsAbs_64f), [](long double x) { return fabsl(x); }, 0, -big, big},
+        {"Sqr", Pick<T>(ippsSqr_32f, ippsSqr_64f), [](long double x) { return x * x; }, 0.501, -big, big},
+        {"Sqrt", Pick<T>(ippsSqrt_32f, ippsSqrt_64f), [](long double x) { return x < 0 ? NAN : sqrtl(x); }, 0.501,
+         -big, big},
+        {"Exp", Pick<T>(ippsExp_32f, ippsExp_64f), [](long double x) { return expl(x); }, 2, f ? -104 : -746,
+         f ? 89 : 710},
+        // Zeros and subnormals have no logarithm here: -inf, as documented.
+        {"Ln", Pick<T>(ippsLn_32f, ippsLn_64f),
+         [](long double x) { return x < 0 ? NAN : x < Lim<T>::min() ? -INFINITY : logl(x); }, 2, Lim<T>::min(), big},
+        {"Arctan", Pick<T>(ippsArctan_32f, ippsArctan_64f), [](long double x) { return atanl(x); }, 3, 1e-30, big},
+    };
+    if constexpr (!f)
+        fns.push_back({"Normalize", Normalize, [](long double x) { return (x - 0.25L) / -3.0L; }, 1, -big, big});
+    return fns;
+}
+
+// The special values, a sweep of [lo, hi] and random bit patterns.
+template <typename T>
+std::vector<T> Inputs(double lo, double hi, size_t sweep, size_t random)
+{
+    const T inf = Lim<T>::infinity(), tiny = Lim<T>::denorm_min();
+    std::vector<T> v = {T(0), T(-0.0), T(1), T(-1), inf, -inf, Lim<T>::quiet_NaN(), tiny, -tiny,
+                        Lim<T>::min(), Lim<T>::max(), -Lim<T>::max(), T(1000), T(-1000)};
+    for (size_t i = 0; i < sweep; ++i) {
+        const double u = double(i) / double(sweep - 1);
+        if (lo > 0) v.insert(v.end(), {T(lo * pow(hi / lo, u)), T(-lo * pow(hi / lo, u))});
+        else v.push_back(T(lo + u * (hi - lo)));
+    }
+    std::mt19937_64 rng(7);
+    for (size_t i = 0; i < random; ++i) {
+        const uint64_t bits = rng();
+        v.emplace_back();
+        memcpy(&v.back(), &bits, sizeof(T));
+    }
+    return v;
+}
+
+class KernelsMath : public hwy::TestWithParamTarget {};
+HWY_TARGET_INSTANTIATE_TEST_SUITE_P(KernelsMath);
+
+template <typename T>
+void CheckAccuracy()
+{
+    for (const Fn<T> &f : Functions<T>()) {
+        const std::vector<T> in = Inputs<T>(f.lo, f.hi, 100000, 100000);
+        std::vector<T> out(in.size());
+        f.fn(in.data(), out.data(), int(in.size()));
+        double worst = 0;
+        size_t at = 0;
+        for (size_t i = 0; i < in.size(); ++i) {
+            const double e = UlpError(out[i], f.exact(in[i]));
+            if (e > worst) worst = e, at = i;
+        }
+        EXPECT_LE(worst, f.max_ulp) << f.name << sizeof(T) * 8 << "(" << in[at] << ") gave " << out[at];
+    }
+}
+
+TEST_P(KernelsMath, AccurateOverTheWholeLine)
+{
+    CheckAccuracy<float>();
+    CheckAccuracy<double>();
+}
+
+// Every length up to twice the widest vector plus one, at an odd offset:
+// each element must come out as it does within a long array, and the
+// neighbours of the output must stay untouched.
+template <typename T>
+void CheckLengths(const char *name, Unary<T> fn, const std::vector<T> &in)
+{
+    std::vector<T> whole(in.size());
+    ASSERT_GE(fn(in.data(), whole.data(), int(in.size())), 0) << name;
+    for (size_t len = 0; len <= 2 * 64 / sizeof(T) + 1; ++len) {
+        std::vector<T> buf(len + 2, in[3]);
+        const IppStatus st = fn(in.data() + 1, buf.data() + 1, int(len));
+        EXPECT_EQ(len == 0 ? ippStsSizeErr : ippStsNoErr, st < 0 ? st : 0) << name << " len " << len;
+        EXPECT_TRUE(Same(buf[0], in[3]) && Same(buf[len + 1], in[3])) << name << " len " << len;
+        for (size_t i = 0; i < len; ++i)
+            if (!Same(buf[i + 1], whole[i + 1])) ADD_FAILURE() << name << " len " << len << " at " << i;
+    }
+}
+
+TEST_P(KernelsMath, EveryLengthAgreesWithLongArrays)
+{
+    const auto all = [](auto zero) {
+        using T = decltype(zero);
+        std::vector<T> in = Inputs<T>(-3, 3, 40, 40);  // specials first, so tails see them
+        for (size_t i = 0; i < in.size(); i += 7) in[i] = T(i % 2 ? 800 : -800);  // exp's slow path
+        for (const Fn<T> &f : Functions<T>()) CheckLengths(f.name, f.fn, in);
+    };
+    all(0.0f);
+    all(0.0);
+    const std::vector<double> flat = Inputs<double>(-1e6, 1e6, 0, 100);
+    std::vector<Ipp64fc> c(flat.size() / 2);
+    memcpy(c.data(), flat.data(), c.size() * sizeof(Ipp64fc));
+    CheckLengths("Sqr_64fc", ippsSqr_64fc, c);
+    CheckLengths("Sqrt_64fc", ippsSqrt_64fc, c);
+}
+
+TEST_P(KernelsMath, InPlaceAndStreamingMatchPlainCalls)
+{
+    const std::vector<double> in = Inputs<double>(-50, 50, 3001, 0);
+    const size_t saved = orb_kernels::StreamThresholdBytes();
+    for (const Fn<double> &f : Functions<double>()) {
+        std::vector<double> plain(in.size()), same = in, streamed(in.size() + 1);
+        f.fn(in.data(), plain.data(), int(in.size()));
+        f.fn(same.data(), same.data(), int(same.size()));
+        orb_kernels::StreamThresholdBytes() = 1;
+        f.fn(in.data(), streamed.data() + 1, int(in.size()));  // misaligned destination
+        orb_kernels::StreamThresholdBytes() = saved;
+        for (size_t i = 0; i < in.size(); ++i) {
+            ASSERT_TRUE(Same(plain[i], same[i])) << f.name << " in place, at " << i;
+            ASSERT_TRUE(Same(plain[i], streamed[i + 1])) << f.name << " streamed, at " << i;
+        }
+    }
+}
+
+// Against long double, with the special cases of the principal root among
+// the inputs (their signed zeros and infinities must match).
+TEST_P(KernelsMath, ComplexSquareAndRoot)
+{
+    using C = std::complex<long double>;
+    std::mt19937_64 rng(11);
+    std::uniform_real_distribution<double> mant(-1, 1);
+    std::uniform_int_distribution<int> expo(-1074, 1023);
+    const double tiny = 5e-324, inf = INFINITY, nan = NAN;
+    std::vector<Ipp64fc> in = {{-4, 0},    {-4, -0.0},  {4, -0.0}, {0, 0},         {-0.0, -0.0},      {-1, -1},
+                               {nan, inf}, {3, -inf},   {-inf, 1}, {inf, -1},      {inf, nan},        {-tiny, 0},
+                               {tiny, tiny}, {-DBL_MAX, tiny}, {tiny, -DBL_MAX}, {DBL_MAX, DBL_MAX}};
+    for (int i = 0; i < 100000; ++i) in.push_back({ldexp(mant(rng), expo(rng)), ldexp(mant(rng), expo(rng))});
+    std::vector<Ipp64fc> sq(in.size()), rt(in.size());
+    ippsSqr_64fc(in.data(), sq.data(), int(in.size()));
+    ippsSqrt_64fc(in.data(), rt.data(), int(in.size()));
+    for (size_t i = 0; i < in.size(); ++i) {
+        const C z(in[i].re, in[i].im), s = z * z, r = std::sqrt(z);
+        EXPECT_LE(fmax(UlpError(rt[i].re, r.real()), UlpError(rt[i].im, r.imag())), 3.0)
+            << "sqrt(" << in[i].re << ", " << in[i].im << ") = (" << rt[i].re << ", " << rt[i].im << ")";
+        if (isfinite(in[i].re) && isfinite(in[i].im)) {
+            EXPECT_LE(fmax(UlpError(sq[i].re, s.real()), UlpError(sq[i].im, s.imag())), 2.0)
+                << "sqr(" << in[i].re << ", " << in[i].im << ") = (" << sq[i].re << ", " << sq[i].im << ")";
+        }
+    }
+}
+
+TEST(KernelsMathStatus, ArgumentErrorsComeBeforeWork)
+{
+    double x[2] = {1, 2}, y[2] = {5, 5};
+    EXPECT_EQ(ippStsNullPtrErr, ippsExp_64f(nullptr, y, 2));
+    EXPECT_EQ(ippStsNullPtrErr, ippsLn_32f(reinterpret_cast<float *>(x), nullptr, 2));
+    EXPECT_EQ(ippStsNullPtrErr, ippsSqrt_64fc(nullptr, nullptr, 0));  // pointers before length
+    EXPECT_EQ(ippStsSizeErr, ippsAbs_64f(x, y, 0));
+    EXPECT_EQ(ippStsSizeErr, ippsArctan_64f(x, y, -1));
+    EXPECT_EQ(ippStsSizeErr, ippsNormalize_64f(x, y, -5, 0, 0));  // length before divisor
+    EXPECT_EQ(ippStsNullPtrErr, ippsNormalize_64f(x, nullptr, 2, 0, 1));
+    for (double div : {0.0, -0.0, DBL_MIN / 2}) EXPECT_EQ(ippStsDivByZeroErr, ippsNormalize_64f(x, y, 2, 0, div));
+    EXPECT_TRUE(y[0] == 5 && y[1] == 5) << "nothing written";
+    EXPECT_EQ(ippStsNoErr, ippsNormalize_64f(x, y, 2, 1, -DBL_MIN));
+    EXPECT_EQ(y[1], -1 / DBL_MIN);
+}
+
+// Warnings only; the values written are checked with the accuracy test.
+TEST(KernelsMathStatus, DomainFaultsWarn)
+{
+    const double in[5] = {4, -1, 0, 9, -0.0};
+    const float sub = FLT_MIN / 4, big = 200;
+    double out[5];
+    float fo;
+    EXPECT_EQ(ippStsSqrtNegArg, ippsSqrt_64f(in, out, 5));
+    EXPECT_EQ(ippStsNoErr, ippsSqrt_64f(in + 2, out, 3));  // -0 is not negative
+    EXPECT_EQ(ippStsLnZeroArg, ippsLn_64f(in + 2, out, 3));
+    EXPECT_EQ(ippStsLnNegArg, ippsLn_64f(in, out, 5));  // negative outranks zero
+    EXPECT_EQ(ippStsLnZeroArg, ippsLn_32f(&sub, &fo, 1));
+    EXPECT_EQ(ippStsNoErr, ippsExp_32f(&big, &fo, 1));  // overflow is no fault
+    EXPECT_EQ(ippStsNoErr, ippsArctan_64f(in, out, 5));
+}
+
+}  // namespace
