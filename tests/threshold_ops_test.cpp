@@ -1,0 +1,106 @@
+// Threshold exports: dispatch per family, the order of the level and count
+// checks, and the single-precision level of the inverse threshold.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "support.h"
+
+using orbhost::CallResult;
+using orbhost::Host;
+using orbhost::Value;
+using orbtest::contents;
+using orbtest::float4;
+using orbtest::float8;
+
+namespace {
+
+using D = std::vector<double>;
+
+TEST(ThresholdOps, EachExportAppliesItsRule)
+{
+    Host h;
+    Value out = h.rtable1(DT_FLOAT8, 4);
+    Value x = float8(h, {-3, -1, 1, 3});
+    auto run = [&](HostValue (*fn)(HostCallbacks, ArgSeq), std::vector<Value> extra) {
+        std::vector<Value> args = {out, x};
+        args.insert(args.end(), extra.begin(), extra.end());
+        CallResult r = h.call(fn, args);
+        EXPECT_FALSE(r.raised) << r.error;
+        return contents<double>(h, out);
+    };
+    EXPECT_EQ(run(orbThresholdLT, {h.integer(0)}), (D{0, 0, 1, 3}));
+    EXPECT_EQ(run(orbThresholdGT, {h.integer(0)}), (D{-3, -1, 0, 0}));
+    EXPECT_EQ(run(orbThresholdLTAbs, {h.integer(2)}), (D{-3, -2, 2, 3}));
+    EXPECT_EQ(run(orbThresholdGTAbs, {h.integer(2)}), (D{-2, -1, 1, 2}));
+    EXPECT_EQ(run(orbThresholdLTVal, {h.integer(0), h.integer(9)}), (D{9, 9, 1, 3}));
+    EXPECT_EQ(run(orbThresholdGTVal, {h.integer(0), h.integer(9)}), (D{-3, -1, 9, 9}));
+    EXPECT_EQ(run(orbThresholdLTGTVal, {h.integer(-2), h.integer(-7), h.integer(2), h.integer(7)}),
+              (D{-7, -1, 1, 7}));
+}
+
+TEST(ThresholdOps, DatatypesOfEachFamily)
+{
+    Host h;
+    Value i4 = h.rtable1(DT_INT4, 2), z = h.rtable1(DT_COMPLEX8, 2), i2 = h.rtable1(DT_INT2, 2);
+    EXPECT_FALSE(h.call(orbThresholdLT, {i4, i4, h.integer(1)}).raised);
+    EXPECT_EQ(h.call(orbThresholdLTVal, {i4, i4, h.integer(1), h.integer(2)}).error, "datatype not supported");
+    EXPECT_EQ(h.call(orbThresholdLTAbs, {z, z, h.integer(1)}).error, "datatype not supported");
+    EXPECT_EQ(h.call(orbThresholdLTGTVal, {z, z, h.integer(1), h.integer(1), h.integer(2), h.integer(2)}).error,
+              "datatype not supported");
+    EXPECT_EQ(h.call(orbThresholdLTInv, {i2, i2, h.integer(1)}).error, "datatype not supported");
+    EXPECT_FALSE(h.call(orbThresholdGTVal, {i2, i2, h.integer(1), h.integer(2)}).raised);
+    Value i1 = h.rtable1(DT_INT1, 2);
+    EXPECT_EQ(h.call(orbThresholdGT, {i1, i1, h.integer(1)}).error, "datatype not supported");
+    // Integer levels go through the width's accessor.
+    EXPECT_EQ(h.call(orbThresholdLT, {i2, i2, h.integer(40000)}).error,
+              "expecting a 16-bit integer, but received 40000");
+
+    // Complex data: the level is real, the replacement value complex.
+    Value zin = orbtest::complex8(h, {{0.3, 0.4}, {3, 4}});
+    ASSERT_FALSE(h.call(orbThresholdGTVal, {z, zin, h.integer(1), h.complex(0, -1)}).raised);
+    std::vector<Ipp64fc> c = contents<Ipp64fc>(h, z);
+    EXPECT_EQ(c[0].re, 0.3);
+    EXPECT_EQ(c[1].re, 0);
+    EXPECT_EQ(c[1].im, -1);
+}
+
+TEST(ThresholdOps, LevelBeforeCountsExceptTwoSidedAndInverse)
+{
+    Host h;
+    Value out = h.rtable1(DT_FLOAT8, 2);
+    Value longer = float8(h, {1, 2, 3});
+    const std::string level = "expecting a numeric value, but received L";
+    const std::string counts = "rtables must have the same number of elements";
+    EXPECT_EQ(h.call(orbThresholdLT, {out, longer, h.name("L")}).error, level);
+    EXPECT_EQ(h.call(orbThresholdGTAbs, {out, longer, h.name("L")}).error, level);
+    EXPECT_EQ(h.call(orbThresholdLTVal, {out, longer, h.integer(0), h.name("L")}).error, level);
+    EXPECT_EQ(h.call(orbThresholdLTGTVal, {out, longer, h.name("L"), h.integer(0), h.integer(0), h.integer(0)}).error,
+              counts);
+    EXPECT_EQ(h.call(orbThresholdLTInv, {out, longer, h.name("L")}).error, counts);
+    EXPECT_EQ(h.call(orbThresholdLT, {out, longer, h.integer(0)}).error, counts);
+
+    EXPECT_EQ(h.call(orbThresholdLT, {out, out}).error, "expecting two or three arguments, but received 2");
+    EXPECT_EQ(h.call(orbThresholdGTVal, {out, out, out}).error, "expecting three or four arguments, but received 3");
+    EXPECT_EQ(h.call(orbThresholdLTGTVal, {out, out, out, out, out}).error,
+              "expecting five or six arguments, but received 5");
+    Value f4 = float4(h, {1, 2});
+    EXPECT_EQ(h.call(orbThresholdGT, {out, f4, h.integer(0)}).error,
+              "expecting an rtable with datatype = float[8], but received " + h.print(f4));
+}
+
+TEST(ThresholdOps, InverseLevelIsSinglePrecision)
+{
+    Host h;
+    Value out = h.rtable1(DT_FLOAT8, 3);
+    // Elements below the level (in magnitude) become 1/level, others 1/x.
+    ASSERT_FALSE(h.call(orbThresholdLTInv, {out, float8(h, {0.05, 4, -0.01}), h.float64(0.1)}).raised);
+    D y = contents<double>(h, out);
+    const double level = (double)0.1f;  // 0.10000000149011612
+    EXPECT_EQ(y[0], 1 / level);
+    EXPECT_EQ(y[1], 0.25);
+    EXPECT_EQ(y[2], -1 / level);
+    EXPECT_NE(y[0], 10.0);
+}
+
+}  // namespace
