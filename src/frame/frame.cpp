@@ -51,3 +51,29 @@ ORB_API HostValue orbGetEnabledCPUFeatures(HostCallbacks cb, ArgSeq args)
     orbInit(cb);
     return HostFromInteger64(cb, (int64_t)ippGetEnabledCpuFeatures());
 }
+
+int64_t orbTarget(HostCallbacks cb, HostValue v, int64_t *count, void **data)
+{
+    int64_t code = CheckArray(cb, v);
+
+    *count = HostRTableNumElements(cb, v);
+    *data = HostRTableData(cb, v);
+    return code;
+}
+
+void *orbSampleOf(HostCallbacks cb, HostValue v, int64_t code, int64_t *count)
+{
+    void *data;
+
+    switch (code) {
+    case DT_INT1: data = GetInt1Sample(cb, v); break;
+    case DT_INT2: data = GetInt2Sample(cb, v); break;
+    case DT_INT4: data = GetInt4Sample(cb, v); break;
+    case DT_INT8: data = GetInt8Sample(cb, v); break;
+    case DT_FLOAT8: data = GetFloat8Sample(cb, v); break;
+    case DT_COMPLEX8: data = GetComplex8Sample(cb, v); break;
+    default: data = GetFloat4Sample(cb, v); break;
+    }
+    *count = HostRTableNumElements(cb, v);
+    return data;
+}

@@ -45,6 +45,16 @@ static inline void orbArityError(HostCallbacks cb, const char *text, int64_t n)
     HostError(cb, text, HostFromInteger(cb, n));
 }
 
+/* Argument 1 of the element-wise families: the shape check, then its element
+ * count and storage. Returns the datatype code. */
+int64_t orbTarget(HostCallbacks cb, HostValue v, int64_t *count, void **data);
+
+/* Reads v with the sample accessor of datatype code (which checks that v has
+ * that datatype) and gives its element count. Integer widths go through the
+ * signed accessor; the unsigned one makes the same check. Only for codes 2 to
+ * 8. */
+void *orbSampleOf(HostCallbacks cb, HostValue v, int64_t code, int64_t *count);
+
 /* Raises the element-count text unless the counts agree; says whether they
  * did, so the caller can skip the computation. */
 static inline int orbCountsAgree(HostCallbacks cb, int agree)

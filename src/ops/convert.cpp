@@ -29,12 +29,8 @@ ORB_API HostValue orbConvert(HostCallbacks cb, ArgSeq args)
         orbArityError(cb, ARITY_TWO, n);
         return 0;
     }
-    dcode = CheckArray(cb, args[1]);
-    dlen = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    scode = CheckArray(cb, args[2]);
-    slen = HostRTableNumElements(cb, args[2]);
-    src = HostRTableData(cb, args[2]);
+    dcode = orbTarget(cb, args[1], &dlen, &dst);
+    scode = orbTarget(cb, args[2], &slen, &src);
     if (!orbCountsAgree(cb, dlen == slen))
         return args[1];
     len = orbLen32(dlen);
@@ -88,12 +84,8 @@ ORB_API HostValue orbConvertScaled(HostCallbacks cb, ArgSeq args)
         orbArityError(cb, ARITY_THREE, n);
         return 0;
     }
-    dcode = CheckArray(cb, args[1]);
-    dlen = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    scode = CheckArray(cb, args[2]);
-    slen = HostRTableNumElements(cb, args[2]);
-    src = HostRTableData(cb, args[2]);
+    dcode = orbTarget(cb, args[1], &dlen, &dst);
+    scode = orbTarget(cb, args[2], &slen, &src);
     scale = GetScaleFactor(cb, args[3]);
     if (!orbCountsAgree(cb, dlen == slen))
         return args[1];
@@ -163,27 +155,19 @@ ORB_API HostValue orbSwapBytes(HostCallbacks cb, ArgSeq args)
 {
     int64_t n = orbBegin(cb, args);
     int64_t code, len, len2;
-    void *dst;
-    const void *src;
+    void *dst, *src;
     IppStatus status;
 
     if (n != 2) {
         orbArityError(cb, ARITY_ONE_OR_TWO, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    len = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    switch (code) {
-    case DT_INT1: src = GetUInt1Sample(cb, args[2]); break;
-    case DT_INT2: src = GetUInt2Sample(cb, args[2]); break;
-    case DT_INT4: src = GetUInt4Sample(cb, args[2]); break;
-    case DT_INT8: src = GetUInt8Sample(cb, args[2]); break;
-    default:
+    code = orbTarget(cb, args[1], &len, &dst);
+    if (code < DT_INT1 || code > DT_INT8) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
-    len2 = HostRTableNumElements(cb, args[2]);
+    src = orbSampleOf(cb, args[2], code, &len2);
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
     switch (code) {

@@ -10,7 +10,7 @@ static HostValue copyExport(HostCallbacks cb, ArgSeq args, int move)
     int64_t n = orbBegin(cb, args);
     int64_t code, dlen, slen;
     void *dst;
-    const void *src;
+    void *src;
     int len;
     IppStatus status;
 
@@ -18,21 +18,12 @@ static HostValue copyExport(HostCallbacks cb, ArgSeq args, int move)
         orbArityError(cb, ARITY_TWO, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    dlen = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    switch (code) {
-    case DT_INT2: src = GetInt2Sample(cb, args[2]); break;
-    case DT_INT4: src = GetInt4Sample(cb, args[2]); break;
-    case DT_INT8: src = GetInt8Sample(cb, args[2]); break;
-    case DT_FLOAT8: src = GetFloat8Sample(cb, args[2]); break;
-    case DT_COMPLEX8: src = GetComplex8Sample(cb, args[2]); break;
-    case DT_FLOAT4: src = GetFloat4Sample(cb, args[2]); break;
-    default:
+    code = orbTarget(cb, args[1], &dlen, &dst);
+    if (code < DT_INT2 || code > DT_FLOAT4) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
-    slen = HostRTableNumElements(cb, args[2]);
+    src = orbSampleOf(cb, args[2], code, &slen);
     if (!orbCountsAgree(cb, slen <= dlen))
         return args[1];
     len = orbLen32(slen);
@@ -82,7 +73,7 @@ ORB_API HostValue orbMove(HostCallbacks cb, ArgSeq args)
 ORB_API HostValue orbSet(HostCallbacks cb, ArgSeq args)
 {
     int64_t n = orbBegin(cb, args);
-    int64_t code;
+    int64_t code, count;
     void *dst;
     int len;
     IppStatus status;
@@ -91,9 +82,8 @@ ORB_API HostValue orbSet(HostCallbacks cb, ArgSeq args)
         orbArityError(cb, ARITY_TWO, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    len = orbLen32(HostRTableNumElements(cb, args[1]));
-    dst = HostRTableData(cb, args[1]);
+    code = orbTarget(cb, args[1], &count, &dst);
+    len = orbLen32(count);
     switch (code) {
     case DT_INT1: status = ippsSet_8u((Ipp8u)GetUInt1Value(cb, args[2]), (Ipp8u *)dst, len); break;
     case DT_INT2: status = ippsSet_16s(GetInt2Value(cb, args[2]), (Ipp16s *)dst, len); break;
@@ -114,7 +104,7 @@ ORB_API HostValue orbSet(HostCallbacks cb, ArgSeq args)
 ORB_API HostValue orbZero(HostCallbacks cb, ArgSeq args)
 {
     int64_t n = orbBegin(cb, args);
-    int64_t code;
+    int64_t code, count;
     void *dst;
     int len;
     IppStatus status;
@@ -123,9 +113,8 @@ ORB_API HostValue orbZero(HostCallbacks cb, ArgSeq args)
         orbArityError(cb, ARITY_ONE, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    len = orbLen32(HostRTableNumElements(cb, args[1]));
-    dst = HostRTableData(cb, args[1]);
+    code = orbTarget(cb, args[1], &count, &dst);
+    len = orbLen32(count);
     switch (code) {
     case DT_INT1: status = ippsZero_8u((Ipp8u *)dst, len); break;
     case DT_INT2: status = ippsZero_16s((Ipp16s *)dst, len); break;
@@ -150,8 +139,7 @@ static HostValue sampleExport(HostCallbacks cb, ArgSeq args, int up)
 {
     int64_t n = orbBegin(cb, args);
     int64_t dcode, scode, dlen, slen, need;
-    void *dst;
-    const void *src;
+    void *dst, *src;
     Ipp32s factor, phase = 0;
     int outLen = 0, srcLen;
     IppStatus status;
@@ -160,12 +148,8 @@ static HostValue sampleExport(HostCallbacks cb, ArgSeq args, int up)
         orbArityError(cb, ARITY_THREE_OR_FOUR, n);
         return 0;
     }
-    dcode = CheckArray(cb, args[1]);
-    dlen = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    scode = CheckArray(cb, args[2]);
-    slen = HostRTableNumElements(cb, args[2]);
-    src = HostRTableData(cb, args[2]);
+    dcode = orbTarget(cb, args[1], &dlen, &dst);
+    scode = orbTarget(cb, args[2], &slen, &src);
     factor = GetInt4Value(cb, args[3]);
     if (n > 3)
         phase = GetInt4Value(cb, args[4]);

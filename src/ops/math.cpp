@@ -41,42 +41,31 @@ static IppStatus unary64fc(UnaryOp op, const Ipp64fc *src, Ipp64fc *dst, int len
 static HostValue unaryExport(HostCallbacks cb, ArgSeq args, UnaryOp op)
 {
     int64_t n = orbBegin(cb, args);
-    HostValue out, in;
-    int64_t code, len;
-    void *dst;
+    int64_t code, len, len2;
+    void *dst, *src;
     IppStatus status;
 
     if (n != 2) {
         orbArityError(cb, ARITY_TWO, n);
         return 0;
     }
-    out = args[1];
-    in = args[2];
-    code = CheckArray(cb, out);
-    len = HostRTableNumElements(cb, out);
-    dst = HostRTableData(cb, out);
-    if (code == DT_FLOAT4) {
-        const Ipp32f *src = GetFloat4Sample(cb, in);
-        if (!orbCountsAgree(cb, HostRTableNumElements(cb, in) == len))
-            return out;
-        status = unary32f(op, src, (Ipp32f *)dst, orbLen32(len));
-    } else if (code == DT_FLOAT8) {
-        const Ipp64f *src = GetFloat8Sample(cb, in);
-        if (!orbCountsAgree(cb, HostRTableNumElements(cb, in) == len))
-            return out;
-        status = unary64f(op, src, (Ipp64f *)dst, orbLen32(len));
-    } else if (code == DT_COMPLEX8 && (op == OP_SQR || op == OP_SQRT)) {
-        const Ipp64fc *src = GetComplex8Sample(cb, in);
-        if (!orbCountsAgree(cb, HostRTableNumElements(cb, in) == len))
-            return out;
-        status = unary64fc(op, src, (Ipp64fc *)dst, orbLen32(len));
-    } else {
+    code = orbTarget(cb, args[1], &len, &dst);
+    if (code != DT_FLOAT4 && code != DT_FLOAT8 && !(code == DT_COMPLEX8 && (op == OP_SQR || op == OP_SQRT))) {
         HostError(cb, MSG_NOT_SUPPORTED);
-        return out;
+        return args[1];
     }
+    src = orbSampleOf(cb, args[2], code, &len2);
+    if (!orbCountsAgree(cb, len2 == len))
+        return args[1];
+    if (code == DT_FLOAT4)
+        status = unary32f(op, (const Ipp32f *)src, (Ipp32f *)dst, orbLen32(len));
+    else if (code == DT_FLOAT8)
+        status = unary64f(op, (const Ipp64f *)src, (Ipp64f *)dst, orbLen32(len));
+    else
+        status = unary64fc(op, (const Ipp64fc *)src, (Ipp64fc *)dst, orbLen32(len));
     if (status < 0)
         orbIppError(cb, status);
-    return out;
+    return args[1];
 }
 
 ORB_API HostValue orbAbs(HostCallbacks cb, ArgSeq args)

@@ -30,7 +30,6 @@ static IppStatus thresh64f(ThreshOp op, const Ipp64f *s, Ipp64f *d, int len, Ipp
     return ippStsNoErr;
 }
 
-/* Complex data has no absolute-value forms. */
 static IppStatus thresh64fc(ThreshOp op, const Ipp64fc *s, Ipp64fc *d, int len, Ipp64f level, Ipp64fc value)
 {
     switch (op) {
@@ -56,7 +55,6 @@ static IppStatus thresh16s(ThreshOp op, const Ipp16s *s, Ipp16s *d, int len, Ipp
     return ippStsNoErr;
 }
 
-/* Integer[4] data has no replacement-value forms. */
 static IppStatus thresh32s(ThreshOp op, const Ipp32s *s, Ipp32s *d, int len, Ipp32s level)
 {
     switch (op) {
@@ -69,68 +67,74 @@ static IppStatus thresh32s(ThreshOp op, const Ipp32s *s, Ipp32s *d, int len, Ipp
     return ippStsNoErr;
 }
 
+/* Which datatypes each form has. */
+static int threshSupported(ThreshOp op, int64_t code)
+{
+    int val = op == T_LTVAL || op == T_GTVAL;
+
+    switch (code) {
+    case DT_FLOAT4:
+    case DT_FLOAT8:
+    case DT_INT2: return 1;
+    case DT_COMPLEX8: return op == T_LT || op == T_GT || val;
+    case DT_INT4: return !val;
+    default: return 0;
+    }
+}
+
 /* The one-level and replacement-value forms read their scalars before the
  * counts are compared. */
 static HostValue thresholdExport(HostCallbacks cb, ArgSeq args, ThreshOp op)
 {
     int val = op == T_LTVAL || op == T_GTVAL;
-    int complexForm = op == T_LT || op == T_GT || val;
     int64_t n = orbBegin(cb, args);
     int64_t code, len, len2;
-    void *dst;
+    void *dst, *src;
+    int l;
     IppStatus status;
 
     if (n != (val ? 4 : 3)) {
         orbArityError(cb, val ? ARITY_THREE_OR_FOUR : ARITY_TWO_OR_THREE, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    len = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
+    code = orbTarget(cb, args[1], &len, &dst);
+    if (!threshSupported(op, code)) {
+        HostError(cb, MSG_NOT_SUPPORTED);
+        return args[1];
+    }
+    src = orbSampleOf(cb, args[2], code, &len2);
+    l = orbLen32(len);
     if (code == DT_FLOAT4) {
-        const Ipp32f *src = GetFloat4Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
         Ipp32f level = GetFloat4Value(cb, args[3]);
         Ipp32f value = val ? GetFloat4Value(cb, args[4]) : 0;
         if (!orbCountsAgree(cb, len2 == len))
             return args[1];
-        status = thresh32f(op, src, (Ipp32f *)dst, orbLen32(len), level, value);
+        status = thresh32f(op, (const Ipp32f *)src, (Ipp32f *)dst, l, level, value);
     } else if (code == DT_FLOAT8) {
-        const Ipp64f *src = GetFloat8Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
         Ipp64f level = GetFloat8Value(cb, args[3]);
         Ipp64f value = val ? GetFloat8Value(cb, args[4]) : 0;
         if (!orbCountsAgree(cb, len2 == len))
             return args[1];
-        status = thresh64f(op, src, (Ipp64f *)dst, orbLen32(len), level, value);
-    } else if (code == DT_COMPLEX8 && complexForm) {
+        status = thresh64f(op, (const Ipp64f *)src, (Ipp64f *)dst, l, level, value);
+    } else if (code == DT_COMPLEX8) {
         Ipp64fc value = {0, 0};
-        const Ipp64fc *src = GetComplex8Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
         Ipp64f level = GetFloat8Value(cb, args[3]);
         if (val)
             value = GetComplex8Value(cb, args[4]);
         if (!orbCountsAgree(cb, len2 == len))
             return args[1];
-        status = thresh64fc(op, src, (Ipp64fc *)dst, orbLen32(len), level, value);
+        status = thresh64fc(op, (const Ipp64fc *)src, (Ipp64fc *)dst, l, level, value);
     } else if (code == DT_INT2) {
-        const Ipp16s *src = GetInt2Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
         Ipp16s level = GetInt2Value(cb, args[3]);
         Ipp16s value = val ? GetInt2Value(cb, args[4]) : 0;
         if (!orbCountsAgree(cb, len2 == len))
             return args[1];
-        status = thresh16s(op, src, (Ipp16s *)dst, orbLen32(len), level, value);
-    } else if (code == DT_INT4 && !val) {
-        const Ipp32s *src = GetInt4Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
+        status = thresh16s(op, (const Ipp16s *)src, (Ipp16s *)dst, l, level, value);
+    } else {
         Ipp32s level = GetInt4Value(cb, args[3]);
         if (!orbCountsAgree(cb, len2 == len))
             return args[1];
-        status = thresh32s(op, src, (Ipp32s *)dst, orbLen32(len), level);
-    } else {
-        HostError(cb, MSG_NOT_SUPPORTED);
-        return args[1];
+        status = thresh32s(op, (const Ipp32s *)src, (Ipp32s *)dst, l, level);
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -169,12 +173,12 @@ ORB_API HostValue orbThresholdGTVal(HostCallbacks cb, ArgSeq args)
 
 /* Two-sided replacement: the counts are compared before the four scalars
  * (arguments 3 to 6: lower level, lower value, upper level, upper value) are
- * read. */
+ * read, in argument order. */
 ORB_API HostValue orbThresholdLTGTVal(HostCallbacks cb, ArgSeq args)
 {
     int64_t n = orbBegin(cb, args);
     int64_t code, len, len2;
-    void *dst;
+    void *dst, *src;
     int l;
     IppStatus status;
 
@@ -182,45 +186,35 @@ ORB_API HostValue orbThresholdLTGTVal(HostCallbacks cb, ArgSeq args)
         orbArityError(cb, ARITY_FIVE_OR_SIX, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    len = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    l = orbLen32(len);
-    if (code == DT_FLOAT4) {
-        const Ipp32f *src = GetFloat4Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        Ipp32f lo = GetFloat4Value(cb, args[3]), loVal = GetFloat4Value(cb, args[4]);
-        Ipp32f hi = GetFloat4Value(cb, args[5]), hiVal = GetFloat4Value(cb, args[6]);
-        status = ippsThreshold_LTValGTVal_32f(src, (Ipp32f *)dst, l, lo, loVal, hi, hiVal);
-    } else if (code == DT_FLOAT8) {
-        const Ipp64f *src = GetFloat8Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        Ipp64f lo = GetFloat8Value(cb, args[3]), loVal = GetFloat8Value(cb, args[4]);
-        Ipp64f hi = GetFloat8Value(cb, args[5]), hiVal = GetFloat8Value(cb, args[6]);
-        status = ippsThreshold_LTValGTVal_64f(src, (Ipp64f *)dst, l, lo, loVal, hi, hiVal);
-    } else if (code == DT_INT2) {
-        const Ipp16s *src = GetInt2Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        Ipp16s lo = GetInt2Value(cb, args[3]), loVal = GetInt2Value(cb, args[4]);
-        Ipp16s hi = GetInt2Value(cb, args[5]), hiVal = GetInt2Value(cb, args[6]);
-        status = ippsThreshold_LTValGTVal_16s(src, (Ipp16s *)dst, l, lo, loVal, hi, hiVal);
-    } else if (code == DT_INT4) {
-        const Ipp32s *src = GetInt4Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        Ipp32s lo = GetInt4Value(cb, args[3]), loVal = GetInt4Value(cb, args[4]);
-        Ipp32s hi = GetInt4Value(cb, args[5]), hiVal = GetInt4Value(cb, args[6]);
-        status = ippsThreshold_LTValGTVal_32s(src, (Ipp32s *)dst, l, lo, loVal, hi, hiVal);
-    } else {
+    code = orbTarget(cb, args[1], &len, &dst);
+    if (code != DT_FLOAT4 && code != DT_FLOAT8 && code != DT_INT2 && code != DT_INT4) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
+    }
+    src = orbSampleOf(cb, args[2], code, &len2);
+    if (!orbCountsAgree(cb, len2 == len))
+        return args[1];
+    l = orbLen32(len);
+    if (code == DT_FLOAT4) {
+        Ipp32f v[4];
+        for (int i = 0; i < 4; ++i)
+            v[i] = GetFloat4Value(cb, args[3 + i]);
+        status = ippsThreshold_LTValGTVal_32f((const Ipp32f *)src, (Ipp32f *)dst, l, v[0], v[1], v[2], v[3]);
+    } else if (code == DT_FLOAT8) {
+        Ipp64f v[4];
+        for (int i = 0; i < 4; ++i)
+            v[i] = GetFloat8Value(cb, args[3 + i]);
+        status = ippsThreshold_LTValGTVal_64f((const Ipp64f *)src, (Ipp64f *)dst, l, v[0], v[1], v[2], v[3]);
+    } else if (code == DT_INT2) {
+        Ipp16s v[4];
+        for (int i = 0; i < 4; ++i)
+            v[i] = GetInt2Value(cb, args[3 + i]);
+        status = ippsThreshold_LTValGTVal_16s((const Ipp16s *)src, (Ipp16s *)dst, l, v[0], v[1], v[2], v[3]);
+    } else {
+        Ipp32s v[4];
+        for (int i = 0; i < 4; ++i)
+            v[i] = GetInt4Value(cb, args[3 + i]);
+        status = ippsThreshold_LTValGTVal_32s((const Ipp32s *)src, (Ipp32s *)dst, l, v[0], v[1], v[2], v[3]);
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -233,40 +227,29 @@ ORB_API HostValue orbThresholdLTInv(HostCallbacks cb, ArgSeq args)
 {
     int64_t n = orbBegin(cb, args);
     int64_t code, len, len2;
-    void *dst;
+    void *dst, *src;
+    Ipp32f level;
     IppStatus status;
 
     if (n != 3) {
         orbArityError(cb, ARITY_TWO_OR_THREE, n);
         return 0;
     }
-    code = CheckArray(cb, args[1]);
-    len = HostRTableNumElements(cb, args[1]);
-    dst = HostRTableData(cb, args[1]);
-    if (code == DT_FLOAT4) {
-        const Ipp32f *src = GetFloat4Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        status = ippsThreshold_LTInv_32f(src, (Ipp32f *)dst, orbLen32(len), GetFloat4Value(cb, args[3]));
-    } else if (code == DT_FLOAT8) {
-        const Ipp64f *src = GetFloat8Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        Ipp64f level = GetFloat4Value(cb, args[3]);
-        status = ippsThreshold_LTInv_64f(src, (Ipp64f *)dst, orbLen32(len), level);
-    } else if (code == DT_COMPLEX8) {
-        const Ipp64fc *src = GetComplex8Sample(cb, args[2]);
-        len2 = HostRTableNumElements(cb, args[2]);
-        if (!orbCountsAgree(cb, len2 == len))
-            return args[1];
-        Ipp64f level = GetFloat4Value(cb, args[3]);
-        status = ippsThreshold_LTInv_64fc(src, (Ipp64fc *)dst, orbLen32(len), level);
-    } else {
+    code = orbTarget(cb, args[1], &len, &dst);
+    if (code != DT_FLOAT4 && code != DT_FLOAT8 && code != DT_COMPLEX8) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
+    src = orbSampleOf(cb, args[2], code, &len2);
+    if (!orbCountsAgree(cb, len2 == len))
+        return args[1];
+    level = GetFloat4Value(cb, args[3]);
+    if (code == DT_FLOAT4)
+        status = ippsThreshold_LTInv_32f((const Ipp32f *)src, (Ipp32f *)dst, orbLen32(len), level);
+    else if (code == DT_FLOAT8)
+        status = ippsThreshold_LTInv_64f((const Ipp64f *)src, (Ipp64f *)dst, orbLen32(len), level);
+    else
+        status = ippsThreshold_LTInv_64fc((const Ipp64fc *)src, (Ipp64fc *)dst, orbLen32(len), level);
     if (status < 0)
         orbIppError(cb, status);
     return args[1];
