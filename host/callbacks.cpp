@@ -24,7 +24,8 @@ Impl &enter(int position) {
     }
     Impl &I = Impl::of(*h);
     I.counts[position]++;
-    I.trace.push_back(position);
+    if (I.trace.size() < kTraceLimit)  // bounded, so long loops don't grow it
+        I.trace.push_back(position);
     return I;
 }
 

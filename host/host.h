@@ -166,7 +166,7 @@ public:
     void forceNumArgs(int64_t n);
     void clearForcedNumArgs();
     int64_t callbackCalls(int position) const;
-    const std::vector<int> &callbackTrace() const;
+    const std::vector<int> &callbackTrace() const;  // the first 4096 calls since the reset
     void resetCallbackCounts();
 
     // Text printed through the print callback since the last take.

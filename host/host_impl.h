@@ -14,6 +14,9 @@ namespace orbhost {
 // Slots in the callback table; the library reads positions up to 224.
 constexpr int kTableSize = 256;
 
+// Callback positions the trace keeps after a reset (see callbackTrace).
+constexpr size_t kTraceLimit = 4096;
+
 // Null-valued slots after the last argument of a call (see Host::call).
 constexpr size_t kSpareArgs = 4;
 

@@ -1,0 +1,403 @@
+/* Complex forms: conjugates, parts, magnitude, phase, power spectrum and
+ * the Cartesian / polar conversions, for interleaved complex arrays (64fc)
+ * and for parts held in two real arrays (32f, 64f).
+ *
+ *   Magnitude    hypot: parts are scaled by a power of two before squaring,
+ *                so huge and tiny parts neither overflow nor underflow; an
+ *                infinite part gives +inf even when the other is NaN.
+ *   Phase        atan2(im, re) in [-pi, pi], signed zeros included:
+ *                atan2(+-0, -0) = +-pi, atan2(-0, x > 0) = -0.
+ *   PowerSpectr  re^2 + im^2, plainly (it may overflow or underflow).
+ *   PolarToCart  magn * cos(phase) + magn * sin(phase) i.
+ *   ConjFlip     pDst[n] = conj(pSrc[len - 1 - n]); pSrc == pDst is allowed.
+ *   RealToCplx   either source (not both) may be null, read as zeros.
+ */
+#include "dispatch.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "complex.cpp"
+#include <hwy/foreach_target.h>  // IWYU pragma: keep
+#include <hwy/highway.h>
+
+#include <float.h>
+#include <math.h>
+
+#include <hwy/contrib/math/math-inl.h>
+
+#include "binary-inl.h"
+#include "ipps.h"
+#include "math-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orb_kernels::HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+template <typename T>
+using Tag = hn::ScalableTag<T>;
+
+/* sqrt(x^2 + y^2) on x, y scaled by 2^-k, 2^k being the binade of the
+ * larger magnitude clamped to the normal range below the top binade, so
+ * that the scaled larger part lies in [1, 4) (or below 1 for subnormal
+ * parts) and both scalings are exact powers of two. */
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V ScaledHypot(D d, V x, V y)
+{
+    using T = hn::TFromD<D>;
+    using TU = hwy::MakeUnsigned<T>;
+    constexpr bool kF64 = sizeof(T) == 8;
+    const hn::RebindToUnsigned<D> du;
+    const V ax = hn::Abs(x), ay = hn::Abs(y);
+    const V lo = hn::Set(d, kF64 ? T(DBL_MIN) : T(FLT_MIN));
+    const V hi = hn::Set(d, kF64 ? T(0x1p1022) : T(0x1p126f));
+    const auto e = hn::And(hn::BitCast(du, hn::Min(hn::Max(hn::Max(ax, ay), lo), hi)),
+                           hn::Set(du, kF64 ? TU(0x7ff0000000000000ull) : TU(0x7f800000u)));
+    // 2^k has the clamped exponent field; 2^-k has twice the bias minus it.
+    const V up = hn::BitCast(d, e);
+    const V down = hn::BitCast(d, hn::Sub(hn::Set(du, kF64 ? TU(0x7fe0000000000000ull) : TU(0x7f000000u)), e));
+    const V sx = hn::Mul(ax, down), sy = hn::Mul(ay, down);
+    const V r = hn::Mul(hn::Sqrt(hn::MulAdd(sx, sx, hn::Mul(sy, sy))), up);
+    const V inf = hn::Set(d, T(HUGE_VAL));
+    return hn::IfThenElse(hn::Or(hn::Eq(ax, inf), hn::Eq(ay, inf)), inf, r);
+}
+
+/* Where x^2 + y^2 neither overflows nor comes near the subnormal range
+ * for a whole vector, the scaling is left out: scaling by powers of two
+ * does not change the rounded result there. */
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V Hypot(D d, V x, V y)
+{
+    using T = hn::TFromD<D>;
+    const V s = hn::MulAdd(x, x, hn::Mul(y, y));
+    const V lo = hn::Set(d, sizeof(T) == 8 ? T(0x1p-968) : T(0x1p-100f));
+    const V hi = hn::Set(d, sizeof(T) == 8 ? T(DBL_MAX) : T(FLT_MAX));
+    if (HWY_LIKELY(hn::AllTrue(d, hn::And(hn::Ge(s, lo), hn::Le(s, hi))))) return hn::Sqrt(s);
+    return ScaledHypot(d, x, y);
+}
+
+/* atan2(y, x) from a = atan(t), t = min(|x|, |y|) / max(|x|, |y|) in
+ * [0, 1]: pi/2 - a when |y| > |x|, then pi - that when x has its sign bit
+ * set, with the sign of y. 0/0 is taken as 0 and inf/inf as 1; the
+ * constants pi/2 and pi are added in two parts. */
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V Atan2(D d, V y, V x)
+{
+    using T = hn::TFromD<D>;
+    constexpr bool kF64 = sizeof(T) == 8;
+    const hn::RebindToSigned<D> di;
+    const V ax = hn::Abs(x), ay = hn::Abs(y);
+    const V lo = hn::Min(ax, ay), hi = hn::Max(ax, ay);
+    const V inf = hn::Set(d, T(HUGE_VAL));
+    V t = hn::IfThenZeroElse(hn::Eq(hi, hn::Zero(d)), hn::Div(lo, hi));
+    t = hn::IfThenElse(hn::Eq(lo, inf), hn::Set(d, T(1)), t);
+    V a = AtanKernel(d, t);
+    const V pio2_hi = hn::Set(d, T(kF64 ? 1.5707963267948966e+00 : 1.5707963705062866e+00));
+    const V pio2_lo = hn::Set(d, T(kF64 ? 6.123233995736766e-17 : -4.3711388286737929e-08));
+    a = hn::IfThenElse(hn::Gt(ay, ax), hn::Add(hn::Sub(pio2_hi, a), pio2_lo), a);
+    const auto x_neg = hn::RebindMask(d, hn::Lt(hn::BitCast(di, x), hn::Zero(di)));
+    const V pi_hi = hn::Add(pio2_hi, pio2_hi), pi_lo = hn::Add(pio2_lo, pio2_lo);
+    a = hn::IfThenElse(x_neg, hn::Add(hn::Sub(pi_hi, a), pi_lo), a);
+    a = hn::CopySign(a, y);
+    return hn::IfThenElse(hn::Or(hn::IsNaN(x), hn::IsNaN(y)), hn::Add(x, y), a);
+}
+
+/* Highway's sine and cosine hold their accuracy for |x| <= 39000; lanes
+ * beyond (and infinities, NaN) are redone with the C library. */
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE void SinCos(D d, V x, V &s, V &c)
+{
+    using T = hn::TFromD<D>;
+    constexpr T kLimit = T(39000);
+    s = hn::Sin(d, x);
+    c = hn::Cos(d, x);
+    const auto far = hn::Not(hn::Le(hn::Abs(x), hn::Set(d, kLimit)));
+    if (HWY_LIKELY(hn::AllFalse(d, far))) return;
+    HWY_ALIGN T bx[hn::MaxLanes(D())], bs[hn::MaxLanes(D())], bc[hn::MaxLanes(D())];
+    hn::Store(x, d, bx);
+    hn::Store(s, d, bs);
+    hn::Store(c, d, bc);
+    for (size_t k = 0; k < hn::Lanes(d); ++k) {
+        if (fabs(bx[k]) <= kLimit) continue;
+        bs[k] = sin(bx[k]);
+        bc[k] = cos(bx[k]);
+    }
+    s = hn::Load(d, bs);
+    c = hn::Load(d, bc);
+}
+
+/* Operations on a complex value given as parts or as a split pair. */
+#define ORB_PARTS_OP(Name, expr)                                                           \
+    struct Name {                                                                          \
+        template <class D, class V>                                                        \
+        HWY_INLINE auto operator()(D d, V re, V im) const { return expr; }                 \
+        template <class D, class V>                                                        \
+        HWY_INLINE auto operator()(D d, Cx<V> z) const { return (*this)(d, z.re, z.im); }  \
+    };
+ORB_PARTS_OP(MagnitudeOp, Hypot(d, re, im))
+ORB_PARTS_OP(PhaseOp, Atan2(d, im, re))
+ORB_PARTS_OP(PowerOp, hn::MulAdd(re, re, hn::Mul(im, im)))
+ORB_PARTS_OP(PolarOp, (Two<V>{Hypot(d, re, im), Atan2(d, im, re)}))
+ORB_PARTS_OP(RealOp, re)
+ORB_PARTS_OP(ImagOp, im)
+ORB_PARTS_OP(SplitOp, (Two<V>{re, im}))
+#undef ORB_PARTS_OP
+
+/* (magnitude, phase) to R{re, im}, R being Cx or Two. */
+template <template <class> class R>
+struct CartOp {
+    template <class D, class V>
+    HWY_INLINE R<V> operator()(D d, V m, V phase) const
+    {
+        V s, c;
+        SinCos(d, phase, s, c);
+        return {hn::Mul(m, c), hn::Mul(m, s)};
+    }
+};
+
+struct JoinOp {
+    template <class D, class V>
+    HWY_INLINE Cx<V> operator()(D, V re, V im) const { return {re, im}; }
+};
+
+struct ConjOp {
+    template <class D, class V>
+    HWY_INLINE Cx<V> operator()(D, Cx<V> z) const { return {z.re, hn::Neg(z.im)}; }
+};
+
+/* An interleaved complex array of len values read from its end: element i
+ * is pSrc[len - 1 - i]. */
+struct InFlipped {
+    const double *p;
+    size_t len;
+    template <class D>
+    HWY_INLINE Cx<hn::Vec<D>> Load(D d, size_t i) const
+    {
+        Cx<hn::Vec<D>> c;
+        hn::LoadInterleaved2(d, p + 2 * (len - i - hn::Lanes(d)), c.re, c.im);
+        return {hn::Reverse(d, c.re), hn::Reverse(d, c.im)};
+    }
+    template <class D>
+    HWY_INLINE void Prefetch(D d, size_t i) const
+    {
+        // Downwards: the lines kPrefetchBytes below this load.
+        PrefetchAt(p + 2 * (len - i - hn::Lanes(d)), -kPrefetchBytes, 2 * hn::Lanes(d) * sizeof(double));
+    }
+    template <class D>
+    HWY_INLINE Cx<hn::Vec<D>> LoadTail(D d, size_t i, size_t r) const
+    {
+        HWY_ALIGN double buf[2 * hn::MaxLanes(D())];
+        for (size_t k = 0; k < hn::Lanes(d); ++k) {
+            buf[2 * k] = k < r ? p[2 * (len - 1 - i - k)] : 1.0;
+            buf[2 * k + 1] = k < r ? p[2 * (len - 1 - i - k) + 1] : 0.0;
+        }
+        Cx<hn::Vec<D>> c;
+        hn::LoadInterleaved2(d, buf, c.re, c.im);
+        return c;
+    }
+};
+
+IppStatus ConjC64(const Ipp64fc *src, Ipp64fc *dst, size_t len)
+{
+    ConjOp op;
+    Zip(Tag<double>(), len, op, OutPairs<double>{Parts(dst)}, InPairs<double>{Parts(src)});
+    return ippStsNoErr;
+}
+
+IppStatus ConjFlipC64(const Ipp64fc *src, Ipp64fc *dst, size_t len)
+{
+    if (src == dst) {
+        // In place: swap from both ends (plain loop; rare, and exact).
+        for (size_t i = 0, j = len - 1; i <= j && j < len; ++i, --j) {
+            const Ipp64fc a = src[i], b = src[j];
+            dst[i] = {b.re, -b.im};
+            dst[j] = {a.re, -a.im};
+        }
+        return ippStsNoErr;
+    }
+    ConjOp op;
+    Zip(Tag<double>(), len, op, OutPairs<double>{Parts(dst)}, InFlipped{Parts(src), len});
+    return ippStsNoErr;
+}
+
+template <class Op, class O>
+HWY_INLINE IppStatus FromPairs(const Ipp64fc *src, const O &out, size_t len)
+{
+    Op op;
+    Zip(Tag<double>(), len, op, out, InPairs<double>{Parts(src)});
+    return ippStsNoErr;
+}
+
+template <class Op, typename T, class O>
+HWY_INLINE IppStatus FromParts(const T *re, const T *im, const O &out, size_t len)
+{
+    Op op;
+    Zip(Tag<T>(), len, op, out, In<T>{re}, In<T>{im});
+    return ippStsNoErr;
+}
+
+IppStatus RealC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<RealOp>(s, Out<double>{o}, n); }
+IppStatus ImagC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<ImagOp>(s, Out<double>{o}, n); }
+IppStatus CplxToRealC64(const Ipp64fc *s, double *re, double *im, size_t n)
+{
+    return FromPairs<SplitOp>(s, OutTwo<double>{re, im}, n);
+}
+
+IppStatus MagnitudeC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<MagnitudeOp>(s, Out<double>{o}, n); }
+IppStatus MagnitudeF32(const float *re, const float *im, float *o, size_t n)
+{
+    return FromParts<MagnitudeOp>(re, im, Out<float>{o}, n);
+}
+IppStatus MagnitudeF64(const double *re, const double *im, double *o, size_t n)
+{
+    return FromParts<MagnitudeOp>(re, im, Out<double>{o}, n);
+}
+
+IppStatus PhaseC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<PhaseOp>(s, Out<double>{o}, n); }
+IppStatus PhaseF32(const float *re, const float *im, float *o, size_t n)
+{
+    return FromParts<PhaseOp>(re, im, Out<float>{o}, n);
+}
+IppStatus PhaseF64(const double *re, const double *im, double *o, size_t n)
+{
+    return FromParts<PhaseOp>(re, im, Out<double>{o}, n);
+}
+
+IppStatus PowerC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<PowerOp>(s, Out<double>{o}, n); }
+IppStatus PowerF32(const float *re, const float *im, float *o, size_t n)
+{
+    return FromParts<PowerOp>(re, im, Out<float>{o}, n);
+}
+IppStatus PowerF64(const double *re, const double *im, double *o, size_t n)
+{
+    return FromParts<PowerOp>(re, im, Out<double>{o}, n);
+}
+
+IppStatus CartToPolarC64(const Ipp64fc *s, double *magn, double *phase, size_t n)
+{
+    return FromPairs<PolarOp>(s, OutTwo<double>{magn, phase}, n);
+}
+IppStatus CartToPolarF64(const double *re, const double *im, double *magn, double *phase, size_t n)
+{
+    return FromParts<PolarOp>(re, im, OutTwo<double>{magn, phase}, n);
+}
+
+IppStatus PolarToCartC64(const double *magn, const double *phase, Ipp64fc *o, size_t n)
+{
+    return FromParts<CartOp<Cx>>(magn, phase, OutPairs<double>{Parts(o)}, n);
+}
+IppStatus PolarToCartF64(const double *magn, const double *phase, double *re, double *im, size_t n)
+{
+    return FromParts<CartOp<Two>>(magn, phase, OutTwo<double>{re, im}, n);
+}
+
+IppStatus RealToCplxF64(const double *re, const double *im, Ipp64fc *o, size_t n)
+{
+    const Tag<double> d;
+    JoinOp op;
+    const OutPairs<double> out{Parts(o)};
+    if (re == nullptr)
+        Zip(d, n, op, out, InZero<double>(), In<double>{im});
+    else if (im == nullptr)
+        Zip(d, n, op, out, In<double>{re}, InZero<double>());
+    else
+        Zip(d, n, op, out, In<double>{re}, In<double>{im});
+    return ippStsNoErr;
+}
+
+}  // namespace orb_kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orb_kernels {
+
+HWY_EXPORT(ConjC64);
+HWY_EXPORT(ConjFlipC64);
+HWY_EXPORT(RealC64);
+HWY_EXPORT(ImagC64);
+HWY_EXPORT(CplxToRealC64);
+HWY_EXPORT(RealToCplxF64);
+HWY_EXPORT(MagnitudeC64);
+HWY_EXPORT(MagnitudeF32);
+HWY_EXPORT(MagnitudeF64);
+HWY_EXPORT(PhaseC64);
+HWY_EXPORT(PhaseF32);
+HWY_EXPORT(PhaseF64);
+HWY_EXPORT(PowerC64);
+HWY_EXPORT(PowerF32);
+HWY_EXPORT(PowerF64);
+HWY_EXPORT(CartToPolarC64);
+HWY_EXPORT(CartToPolarF64);
+HWY_EXPORT(PolarToCartC64);
+HWY_EXPORT(PolarToCartF64);
+
+/* Pointers are checked before the length. */
+template <class... P>
+static IppStatus Check(int len, const P *...p)
+{
+    if (((p == nullptr) || ...)) return ippStsNullPtrErr;
+    return len < 1 ? ippStsSizeErr : ippStsNoErr;
+}
+
+}  // namespace orb_kernels
+
+/* name(args) checks the pointers ptrs, then calls worker(args) with len as
+ * a size_t. */
+#define ORB_COMPLEX(name, worker, params, ptrs, args)                    \
+    IppStatus name params                                                \
+    {                                                                    \
+        const IppStatus st = orb_kernels::Check ptrs;                    \
+        if (st != ippStsNoErr) return st;                                \
+        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker) args;           \
+    }
+#define ORB_C2R(name, worker)                                                                \
+    ORB_COMPLEX(name, worker, (const Ipp64fc *pSrc, Ipp64f *pDst, int len), (len, pSrc, pDst), \
+                (pSrc, pDst, size_t(len)))
+#define ORB_R2R(name, T, worker)                                                              \
+    ORB_COMPLEX(name, worker, (const T *pSrcRe, const T *pSrcIm, T *pDst, int len),           \
+                (len, pSrcRe, pSrcIm, pDst), (pSrcRe, pSrcIm, pDst, size_t(len)))
+
+extern "C" {
+ORB_COMPLEX(ippsConj_64fc, ConjC64, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len), (len, pSrc, pDst),
+            (pSrc, pDst, size_t(len)))
+ORB_COMPLEX(ippsConjFlip_64fc, ConjFlipC64, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len), (len, pSrc, pDst),
+            (pSrc, pDst, size_t(len)))
+ORB_COMPLEX(ippsReal_64fc, RealC64, (const Ipp64fc *pSrc, Ipp64f *pDstRe, int len), (len, pSrc, pDstRe),
+            (pSrc, pDstRe, size_t(len)))
+ORB_COMPLEX(ippsImag_64fc, ImagC64, (const Ipp64fc *pSrc, Ipp64f *pDstIm, int len), (len, pSrc, pDstIm),
+            (pSrc, pDstIm, size_t(len)))
+ORB_COMPLEX(ippsCplxToReal_64fc, CplxToRealC64, (const Ipp64fc *pSrc, Ipp64f *pDstRe, Ipp64f *pDstIm, int len),
+            (len, pSrc, pDstRe, pDstIm), (pSrc, pDstRe, pDstIm, size_t(len)))
+ORB_C2R(ippsMagnitude_64fc, MagnitudeC64)
+ORB_R2R(ippsMagnitude_32f, Ipp32f, MagnitudeF32)
+ORB_R2R(ippsMagnitude_64f, Ipp64f, MagnitudeF64)
+ORB_C2R(ippsPhase_64fc, PhaseC64)
+ORB_R2R(ippsPhase_32f, Ipp32f, PhaseF32)
+ORB_R2R(ippsPhase_64f, Ipp64f, PhaseF64)
+ORB_C2R(ippsPowerSpectr_64fc, PowerC64)
+ORB_R2R(ippsPowerSpectr_32f, Ipp32f, PowerF32)
+ORB_R2R(ippsPowerSpectr_64f, Ipp64f, PowerF64)
+ORB_COMPLEX(ippsCartToPolar_64fc, CartToPolarC64,
+            (const Ipp64fc *pSrc, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len), (len, pSrc, pDstMagn, pDstPhase),
+            (pSrc, pDstMagn, pDstPhase, size_t(len)))
+ORB_COMPLEX(ippsCartToPolar_64f, CartToPolarF64,
+            (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len),
+            (len, pSrcRe, pSrcIm, pDstMagn, pDstPhase), (pSrcRe, pSrcIm, pDstMagn, pDstPhase, size_t(len)))
+ORB_COMPLEX(ippsPolarToCart_64fc, PolarToCartC64,
+            (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64fc *pDst, int len),
+            (len, pSrcMagn, pSrcPhase, pDst), (pSrcMagn, pSrcPhase, pDst, size_t(len)))
+ORB_COMPLEX(ippsPolarToCart_64f, PolarToCartF64,
+            (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64f *pDstRe, Ipp64f *pDstIm, int len),
+            (len, pSrcMagn, pSrcPhase, pDstRe, pDstIm), (pSrcMagn, pSrcPhase, pDstRe, pDstIm, size_t(len)))
+
+/* One source may be absent (zeros), not both. */
+IppStatus ippsRealToCplx_64f(const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64fc *pDst, int len)
+{
+    if (pDst == nullptr || (pSrcRe == nullptr && pSrcIm == nullptr)) return ippStsNullPtrErr;
+    if (len < 1) return ippStsSizeErr;
+    return HWY_DYNAMIC_DISPATCH(orb_kernels::RealToCplxF64)(pSrcRe, pSrcIm, pDst, size_t(len));
+}
+}
+
+#undef ORB_COMPLEX
+#undef ORB_C2R
+#undef ORB_R2R
+#endif  // HWY_ONCE
