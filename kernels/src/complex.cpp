@@ -8,7 +8,7 @@
  *   Phase        atan2(im, re) in [-pi, pi], signed zeros included:
  *                atan2(+-0, -0) = +-pi, atan2(-0, x > 0) = -0.
  *   PowerSpectr  re^2 + im^2, plainly (it may overflow or underflow).
- *   PolarToCart  magn * cos(phase) + magn * sin(phase) i.
+ *   PolarToCart  magn * cos(phase) + magn * sin(phase) i (trig-inl.h).
  *   ConjFlip     pDst[n] = conj(pSrc[len - 1 - n]); pSrc == pDst is allowed.
  *   RealToCplx   either source (not both) may be null, read as zeros.
  */
@@ -22,11 +22,10 @@
 #include <float.h>
 #include <math.h>
 
-#include <hwy/contrib/math/math-inl.h>
-
 #include "binary-inl.h"
 #include "ipps.h"
 #include "math-inl.h"
+#include "trig-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orb_kernels::HWY_NAMESPACE {
@@ -98,30 +97,6 @@ HWY_INLINE V Atan2(D d, V y, V x)
     a = hn::IfThenElse(x_neg, hn::Add(hn::Sub(pi_hi, a), pi_lo), a);
     a = hn::CopySign(a, y);
     return hn::IfThenElse(hn::Or(hn::IsNaN(x), hn::IsNaN(y)), hn::Add(x, y), a);
-}
-
-/* Highway's sine and cosine hold their accuracy for |x| <= 39000; lanes
- * beyond (and infinities, NaN) are redone with the C library. */
-template <class D, class V = hn::Vec<D>>
-HWY_INLINE void SinCos(D d, V x, V &s, V &c)
-{
-    using T = hn::TFromD<D>;
-    constexpr T kLimit = T(39000);
-    s = hn::Sin(d, x);
-    c = hn::Cos(d, x);
-    const auto far = hn::Not(hn::Le(hn::Abs(x), hn::Set(d, kLimit)));
-    if (HWY_LIKELY(hn::AllFalse(d, far))) return;
-    HWY_ALIGN T bx[hn::MaxLanes(D())], bs[hn::MaxLanes(D())], bc[hn::MaxLanes(D())];
-    hn::Store(x, d, bx);
-    hn::Store(s, d, bs);
-    hn::Store(c, d, bc);
-    for (size_t k = 0; k < hn::Lanes(d); ++k) {
-        if (fabs(bx[k]) <= kLimit) continue;
-        bs[k] = sin(bx[k]);
-        bc[k] = cos(bx[k]);
-    }
-    s = hn::Load(d, bs);
-    c = hn::Load(d, bc);
 }
 
 /* Operations on a complex value given as parts or as a split pair. */
