@@ -88,10 +88,11 @@ TEST_P(KernelsArith, DivisionByZero)
     EXPECT_TRUE(q[0] == INFINITY && q[1] == -INFINITY && isnan(q[2]) && isnan(q[3]));
 
     // A zero constant is an error, and nothing is written.
-    EXPECT_EQ(ippsDivC_64f(num, -0.0, q, 4), ippStsDivByZeroErr);
-    EXPECT_EQ(ippsDivC_32f(std::vector<float>{1}.data(), 0.0f, std::vector<float>(1).data(), 1), ippStsDivByZeroErr);
+    const float f = 1;
     const Ipp64fc y[3] = {{1, -2}, {0, 3}, {5, 5}}, x[3] = {{0, 0}, {-0.0, 0}, {1, 0}};
     Ipp64fc z[3] = {{7, 7}, {7, 7}, {7, 7}};
+    EXPECT_EQ(ippsDivC_64f(num, -0.0, q, 4), ippStsDivByZeroErr);
+    EXPECT_EQ(ippsDivC_32f(&f, 0.0f, reinterpret_cast<float *>(q), 1), ippStsDivByZeroErr);
     EXPECT_EQ(ippsDivC_64fc(y, Ipp64fc{0, -0.0}, z, 3), ippStsDivByZeroErr);
     EXPECT_TRUE(q[0] == INFINITY && z[2].im == 7);
     EXPECT_EQ(ippsDivC_64fc(y, Ipp64fc{0, 1e-300}, z, 3), ippStsNoErr);

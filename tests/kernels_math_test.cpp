@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "ipps.h"
+#include "kernels_sweep.h"
 
 namespace {
 
@@ -35,11 +36,6 @@ double UlpError(T got, long double ref)
     frexpl(ref, &e);
     return double(fabsl(got - ref) / fmaxl(ldexpl(1, e - Lim<T>::digits), Lim<T>::denorm_min()));
 }
-
-// Bitwise, except that all NaNs are alike.
-template <typename T>
-bool Same(T a, T b) { return (isnan(a) && isnan(b)) || memcmp(&a, &b, sizeof(T)) == 0; }
-bool Same(Ipp64fc a, Ipp64fc b) { return Same(a.re, b.re) && Same(a.im, b.im); }
 
 IppStatus Normalize(const double *s, double *d, int n) { return ippsNormalize_64f(s, d, n, 0.25, -3.0); }
 
@@ -128,22 +124,21 @@ TEST_P(KernelsMath, AccurateOverTheWholeLine)
     CheckAccuracy<double>();
 }
 
-// Every length up to twice the widest vector plus one, at an odd offset:
-// each element must come out as it does within a long array, and the
-// neighbours of the output must stay untouched.
+// Every length, cached and streamed, at three alignments, and in place:
+// each element must come out as it does within one long array.
 template <typename T>
-void CheckLengths(const char *name, Unary<T> fn, const std::vector<T> &in)
+void CheckLengths(const char *name, Unary<T> fn, const std::vector<T> &values)
 {
-    std::vector<T> whole(in.size());
-    ASSERT_GE(fn(in.data(), whole.data(), int(in.size())), 0) << name;
-    for (size_t len = 0; len <= 2 * 64 / sizeof(T) + 1; ++len) {
-        std::vector<T> buf(len + 2, in[3]);
-        const IppStatus st = fn(in.data() + 1, buf.data() + 1, int(len));
-        EXPECT_EQ(len == 0 ? ippStsSizeErr : ippStsNoErr, st < 0 ? st : 0) << name << " len " << len;
-        EXPECT_TRUE(Same(buf[0], in[3]) && Same(buf[len + 1], in[3])) << name << " len " << len;
-        for (size_t i = 0; i < len; ++i)
-            if (!Same(buf[i + 1], whole[i + 1])) ADD_FAILURE() << name << " len " << len << " at " << i;
-    }
+    SCOPED_TRACE(name);
+    std::vector<T> in = values;
+    while (in.size() < sweep::Span(sweep::MaxLen<T>())) in.insert(in.end(), values.begin(), values.end());
+    std::vector<T> whole(in.size()), same = in;
+    ASSERT_GE(fn(in.data(), whole.data(), int(in.size())), 0);
+    ASSERT_GE(fn(same.data(), same.data(), int(in.size())), 0);
+    for (size_t i = 0; i < in.size(); ++i) ASSERT_TRUE(sweep::SameAs(same[i], whole[i])) << "in place, at " << i;
+    sweep::Run<T>(sweep::MaxLen<T>(), ippStsNoErr,
+                  [&](int len, T *o, T *) { return std::min(fn(in.data(), o, len), IppStatus(ippStsNoErr)); },
+                  [&](size_t i, T got, T) { return sweep::SameAs(got, whole[i]); });
 }
 
 TEST_P(KernelsMath, EveryLengthAgreesWithLongArrays)
@@ -161,24 +156,6 @@ TEST_P(KernelsMath, EveryLengthAgreesWithLongArrays)
     memcpy(c.data(), flat.data(), c.size() * sizeof(Ipp64fc));
     CheckLengths("Sqr_64fc", ippsSqr_64fc, c);
     CheckLengths("Sqrt_64fc", ippsSqrt_64fc, c);
-}
-
-TEST_P(KernelsMath, InPlaceAndStreamingMatchPlainCalls)
-{
-    const std::vector<double> in = Inputs<double>(-50, 50, 3001, 0);
-    const size_t saved = orb_kernels::StreamThresholdBytes();
-    for (const Fn<double> &f : Functions<double>()) {
-        std::vector<double> plain(in.size()), same = in, streamed(in.size() + 1);
-        f.fn(in.data(), plain.data(), int(in.size()));
-        f.fn(same.data(), same.data(), int(same.size()));
-        orb_kernels::StreamThresholdBytes() = 1;
-        f.fn(in.data(), streamed.data() + 1, int(in.size()));  // misaligned destination
-        orb_kernels::StreamThresholdBytes() = saved;
-        for (size_t i = 0; i < in.size(); ++i) {
-            ASSERT_TRUE(Same(plain[i], same[i])) << f.name << " in place, at " << i;
-            ASSERT_TRUE(Same(plain[i], streamed[i + 1])) << f.name << " streamed, at " << i;
-        }
-    }
 }
 
 // Against long double, with the special cases of the principal root among
@@ -200,33 +177,29 @@ TEST_P(KernelsMath, ComplexSquareAndRoot)
     for (size_t i = 0; i < in.size(); ++i) {
         const C z(in[i].re, in[i].im), s = z * z, r = std::sqrt(z);
         EXPECT_LE(fmax(UlpError(rt[i].re, r.real()), UlpError(rt[i].im, r.imag())), 3.0)
-            << "sqrt(" << in[i].re << ", " << in[i].im << ") = (" << rt[i].re << ", " << rt[i].im << ")";
-        if (isfinite(in[i].re) && isfinite(in[i].im)) {
-            EXPECT_LE(fmax(UlpError(sq[i].re, s.real()), UlpError(sq[i].im, s.imag())), 2.0)
-                << "sqr(" << in[i].re << ", " << in[i].im << ") = (" << sq[i].re << ", " << sq[i].im << ")";
-        }
+            << "sqrt" << sweep::Str(in[i]) << " = " << sweep::Str(rt[i]);
+        const bool finite = isfinite(in[i].re) && isfinite(in[i].im);
+        EXPECT_LE(finite ? fmax(UlpError(sq[i].re, s.real()), UlpError(sq[i].im, s.imag())) : 0, 2.0)
+            << "sqr" << sweep::Str(in[i]) << " = " << sweep::Str(sq[i]);
     }
 }
 
-TEST(KernelsMathStatus, ArgumentErrorsComeBeforeWork)
+TEST(KernelsMathStatus, ArgumentErrorsComeBeforeWorkAndDomainFaultsWarn)
 {
+    for (const Fn<float> &f : Functions<float>()) sweep::ExpectStatuses(f.name, f.fn);
+    for (const Fn<double> &f : Functions<double>()) sweep::ExpectStatuses(f.name, f.fn);
+    sweep::ExpectStatuses("Sqr_64fc", ippsSqr_64fc);
+    sweep::ExpectStatuses("Sqrt_64fc", ippsSqrt_64fc);
+    // Normalize: pointers, then the length, then the divisor; nothing written.
     double x[2] = {1, 2}, y[2] = {5, 5};
-    EXPECT_EQ(ippStsNullPtrErr, ippsExp_64f(nullptr, y, 2));
-    EXPECT_EQ(ippStsNullPtrErr, ippsLn_32f(reinterpret_cast<float *>(x), nullptr, 2));
-    EXPECT_EQ(ippStsNullPtrErr, ippsSqrt_64fc(nullptr, nullptr, 0));  // pointers before length
-    EXPECT_EQ(ippStsSizeErr, ippsAbs_64f(x, y, 0));
-    EXPECT_EQ(ippStsSizeErr, ippsArctan_64f(x, y, -1));
-    EXPECT_EQ(ippStsSizeErr, ippsNormalize_64f(x, y, -5, 0, 0));  // length before divisor
-    EXPECT_EQ(ippStsNullPtrErr, ippsNormalize_64f(x, nullptr, 2, 0, 1));
+    EXPECT_EQ(ippStsNullPtrErr, ippsNormalize_64f(x, nullptr, 0, 0, 0));
+    EXPECT_EQ(ippStsSizeErr, ippsNormalize_64f(x, y, -5, 0, 0));
     for (double div : {0.0, -0.0, DBL_MIN / 2}) EXPECT_EQ(ippStsDivByZeroErr, ippsNormalize_64f(x, y, 2, 0, div));
     EXPECT_TRUE(y[0] == 5 && y[1] == 5) << "nothing written";
     EXPECT_EQ(ippStsNoErr, ippsNormalize_64f(x, y, 2, 1, -DBL_MIN));
     EXPECT_EQ(y[1], -1 / DBL_MIN);
-}
 
-// Warnings only; the values written are checked with the accuracy test.
-TEST(KernelsMathStatus, DomainFaultsWarn)
-{
+    // Warnings only; the values written are checked for accuracy above.
     const double in[5] = {4, -1, 0, 9, -0.0};
     const float sub = FLT_MIN / 4, big = 200;
     double out[5];

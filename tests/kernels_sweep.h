@@ -8,6 +8,7 @@
 #include <math.h>
 #include <string.h>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 #include <sstream>
@@ -87,9 +88,17 @@ inline std::vector<Ipp64fc> RandomComplex(size_t n, uint64_t seed)
     return v;
 }
 
+// Sends outputs down the non-temporal path for one scope: all from one
+// widest vector on, the least the loops' alignment step is made for.
+struct StreamAll {
+    const size_t saved = orb_kernels::StreamThresholdBytes();
+    explicit StreamAll(bool on = true) { if (on) orb_kernels::StreamThresholdBytes() = 0; }
+    ~StreamAll() { orb_kernels::StreamThresholdBytes() = saved; }
+};
+
 // Runs call(len, out0, out1) -> IppStatus at every length, with the outputs
-// 0, 1 and 3 elements past a 64-byte boundary, with ordinary and with
-// non-temporal stores; checks the status, check(i, out0[i], out1[i]) for
+// 0, 1 and 3 elements past a 64-byte boundary, cached and under StreamAll;
+// checks the status, check(i, out0[i], out1[i]) for
 // every element and that the bytes around both outputs are untouched.
 // Single-output calls ignore out1. Stops at the first failure.
 template <typename O, class Call, class Check>
@@ -99,9 +108,8 @@ void Run(int max_len, IppStatus want, Call call, Check check)
     constexpr unsigned char kFill = 0xA5;
     std::vector<int> lengths = {4 * max_len, 4 * max_len + 1, 4 * max_len + 2, 4 * max_len + 3};
     for (int len = 1; len <= max_len; ++len) lengths.push_back(len);
-    const size_t saved = orb_kernels::StreamThresholdBytes();
-    for (int stream = 0; stream < 2; ++stream) {
-        for (size_t offset : {0, 1, 3}) {
+    for (int stream = 0; stream < 2; ++stream)
+        for (size_t offset : {0, 1, 3})
             for (int len : lengths) {
                 std::vector<unsigned char> raw[2];
                 O *out[2];
@@ -110,21 +118,45 @@ void Run(int max_len, IppStatus want, Call call, Check check)
                     const size_t skew = (64 - reinterpret_cast<uintptr_t>(raw[k].data()) % 64) % 64;
                     out[k] = reinterpret_cast<O *>(raw[k].data() + skew + offset * sizeof(O));
                 }
-                orb_kernels::StreamThresholdBytes() = stream ? 0 : saved;
-                const IppStatus st = call(len, out[0], out[1]);
-                orb_kernels::StreamThresholdBytes() = saved;
+                const IppStatus st = [&] { const StreamAll scope(stream); return call(len, out[0], out[1]); }();
                 const auto where = ::testing::Message() << "len " << len << ", offset " << offset
                                                         << (stream ? ", streamed" : "");
                 ASSERT_EQ(st, want) << where;
                 for (int i = 0; i < len; ++i)
                     ASSERT_TRUE(check(size_t(i), out[0][i], out[1][i])) << i << " of " << where;
-                for (int k = 0; k < 2; ++k) {
-                    const unsigned char *p = reinterpret_cast<unsigned char *>(out[k]);
-                    for (size_t b = 1; b <= offset * sizeof(O); ++b) ASSERT_EQ(p[-ptrdiff_t(b)], kFill) << where;
-                    for (size_t b = 0; b < kGuard; ++b) ASSERT_EQ(p[len * sizeof(O) + b], kFill) << where;
+                for (O *o : out) {
+                    const unsigned char *p = reinterpret_cast<unsigned char *>(o), *end = p + len * sizeof(O);
+                    ASSERT_EQ(std::count(p - offset * sizeof(O), p, kFill) + std::count(end, end + kGuard, kFill),
+                              ptrdiff_t(offset * sizeof(O) + kGuard)) << "bytes around the output, " << where;
                 }
             }
-        }
+}
+
+// An element-wise map fn(src, dst, len) against ref(src[i]): once over all
+// of in, then (with lengths) by Run over in repeated to the span it needs,
+// also in place when in_place. Warnings count as success here.
+template <typename S, typename D = S, class Fn, class Ref>
+void Map(const std::vector<S> &values, Fn fn, Ref ref, bool lengths = true, bool in_place = false)
+{
+    constexpr int n = MaxLen<std::conditional_t<(sizeof(S) < sizeof(D)), S, D>>();
+    std::vector<S> in = values;
+    while (in.size() < Span(n)) in.insert(in.end(), values.begin(), values.end());
+    auto ok = [](IppStatus st) { return st > 0 ? ippStsNoErr : st; };
+    auto check = [&](size_t i, D got, D) {
+        ::testing::AssertionResult r = SameAs(got, D(ref(in[i])));
+        return r ? r : r << " from " << Str(in[i]);
+    };
+    std::vector<D> out(in.size());
+    ASSERT_EQ(ok(fn(in.data(), out.data(), int(in.size()))), ippStsNoErr);
+    for (size_t i = 0; i < in.size(); ++i) ASSERT_TRUE(check(i, out[i], out[i])) << i << " of " << in.size();
+    for (bool same : {false, true}) {
+        if (!lengths || (same && !in_place)) break;
+        SCOPED_TRACE(same ? "in place" : "out of place");
+        Run<D>(n, ippStsNoErr, [&](int len, D *o, D *) {
+            if constexpr (std::is_same_v<S, D>)
+                if (same) return memcpy(o, in.data(), len * sizeof(S)), ok(fn(o, o, len));
+            return ok(fn(in.data(), o, len));
+        }, check);
     }
 }
 

@@ -55,7 +55,8 @@ HWY_INLINE void MapConvert(DS ds, DD dd, const hn::TFromD<DS> *src, hn::TFromD<D
     const uintptr_t addr = reinterpret_cast<uintptr_t>(dst);
     const size_t vbytes = n * sizeof(TD);
     if (kCanStream && vbytes >= 16 && count * sizeof(TD) >= StreamThresholdBytes() && addr % sizeof(TD) == 0) {
-        const size_t head = ((vbytes - addr % vbytes) % vbytes) / sizeof(TD);
+        // Never past the end: an output shorter than the way to the boundary.
+        const size_t head = HWY_MIN(((vbytes - addr % vbytes) % vbytes) / sizeof(TD), count);
         if (head != 0) ConvertPartial(ds, dd, src, dst, head, op);
         for (i = head; i + n <= count; i += n) hn::Stream(op(dd, hn::LoadU(ds, src + i)), dd, dst + i);
         hwy::FlushStream();

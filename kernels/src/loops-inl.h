@@ -48,7 +48,8 @@ HWY_INLINE void Map(D d, const hn::TFromD<D> *src, hn::TFromD<D> *dst, size_t co
     if (src != dst && count * sizeof(T) >= StreamThresholdBytes() && addr % sizeof(T) == 0) {
         // Bring dst to a vector boundary, then stream whole vectors.
         const size_t vbytes = n * sizeof(T);
-        const size_t head = ((vbytes - addr % vbytes) % vbytes) / sizeof(T);
+        // Never past the end: an output shorter than the way to the boundary.
+        const size_t head = HWY_MIN(((vbytes - addr % vbytes) % vbytes) / sizeof(T), count);
         if (head != 0) MapPartial(d, src, dst, head, op);
         for (i = head; i + n <= count; i += n) hn::Stream(op(d, hn::LoadU(d, src + i)), d, dst + i);
         hwy::FlushStream();
