@@ -4,47 +4,24 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <random>
 #include <vector>
 
 #include "arith_refs.h"
+#include "common.h"
 #include "ipp.h"
 
 namespace {
 
-template <typename T>
-std::vector<T> inputs(size_t n, uint64_t seed)
-{
-    std::vector<T> v(n);
-    std::mt19937_64 rng(seed);
-    std::uniform_real_distribution<double> d(-100, 100);
-    for (T &x : v)
-        x = std::is_integral_v<T> ? T(rng()) : T(d(rng));
-    return v;
-}
-
-void account(benchmark::State &state, int64_t bytesPerElement)
-{
-    state.SetBytesProcessed(state.iterations() * state.range(0) * bytesPerElement);
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-void Memcpy64(benchmark::State &state)
-{
-    std::vector<double> src = inputs<double>(state.range(0), 1), dst(state.range(0));
-    for (auto _ : state) {
-        std::memcpy(dst.data(), src.data(), src.size() * sizeof(double));
-        benchmark::ClobberMemory();
-    }
-    account(state, 2 * sizeof(double));
-}
+using bench::account;
+using bench::inputs;
+using bench::Memcpy64;
 
 // dst = f(a, b) over vectors of T: 3 sizeof(T) bytes per element.
 template <typename T, class F>
 void Binary(benchmark::State &state, F f)
 {
     ippInit();
-    const std::vector<T> a = inputs<T>(state.range(0), 1), b = inputs<T>(state.range(0), 2);
+    const std::vector<T> a = inputs<T>(state.range(0), -100, 100, 1), b = inputs<T>(state.range(0), -100, 100, 2);
     std::vector<T> dst(state.range(0));
     for (auto _ : state) {
         f(a.data(), b.data(), dst.data(), int(dst.size()));
@@ -57,7 +34,7 @@ template <class F>
 void MulC32(benchmark::State &state, F f)
 {
     ippInit();
-    const std::vector<float> a = inputs<float>(state.range(0), 1);
+    const std::vector<float> a = inputs<float>(state.range(0), -100, 100, 1);
     std::vector<float> dst(state.range(0));
     for (auto _ : state) {
         f(a.data(), 1.0001f, dst.data(), int(dst.size()));
@@ -71,7 +48,7 @@ template <class F>
 void Magnitude64c(benchmark::State &state, F f)
 {
     ippInit();
-    const std::vector<double> z = inputs<double>(2 * state.range(0), 1);
+    const std::vector<double> z = inputs<double>(2 * state.range(0), -100, 100, 1);
     std::vector<double> dst(state.range(0));
     for (auto _ : state) {
         f(z.data(), dst.data(), int(dst.size()));

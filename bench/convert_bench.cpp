@@ -4,40 +4,17 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <random>
 #include <vector>
 
+#include "common.h"
 #include "convert_refs.h"
 #include "ipp.h"
 
 namespace {
 
-template <typename T>
-std::vector<T> inputs(size_t n, double lo, double hi)
-{
-    std::vector<T> v(n);
-    std::mt19937_64 rng(42);
-    std::uniform_real_distribution<double> d(lo, hi);
-    for (T &x : v)
-        x = (T)d(rng);
-    return v;
-}
-
-void account(benchmark::State &state, int64_t bytes_per_item)
-{
-    state.SetBytesProcessed(state.iterations() * state.range(0) * bytes_per_item);
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-void Memcpy64(benchmark::State &state)
-{
-    std::vector<double> src = inputs<double>(state.range(0), -1, 1), dst(state.range(0));
-    for (auto _ : state) {
-        std::memcpy(dst.data(), src.data(), src.size() * sizeof(double));
-        benchmark::ClobberMemory();
-    }
-    account(state, 16);
-}
+using bench::account;
+using bench::inputs;
+using bench::Memcpy64;
 
 // Saturation matters: a tenth of the inputs lie outside the 16-bit range.
 void Cvt32f16sBackend(benchmark::State &state)

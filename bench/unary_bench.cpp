@@ -3,9 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <random>
 #include <vector>
 
+#include "common.h"
 #include "host.h"
 #include "ipp.h"
 #include "orb/exports.h"
@@ -13,34 +13,9 @@
 
 namespace {
 
-template <typename T>
-std::vector<T> inputs(size_t n, double lo, double hi)
-{
-    std::vector<T> v(n);
-    std::mt19937_64 rng(42);
-    std::uniform_real_distribution<double> d(lo, hi);
-    for (T &x : v)
-        x = (T)d(rng);
-    return v;
-}
-
-// Bytes read plus bytes written per element.
-template <typename T>
-void account(benchmark::State &state)
-{
-    state.SetBytesProcessed(state.iterations() * state.range(0) * 2 * (int64_t)sizeof(T));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-void Memcpy64(benchmark::State &state)
-{
-    std::vector<double> src = inputs<double>(state.range(0), -1, 1), dst(state.range(0));
-    for (auto _ : state) {
-        std::memcpy(dst.data(), src.data(), src.size() * sizeof(double));
-        benchmark::ClobberMemory();
-    }
-    account<double>(state);
-}
+using bench::account;
+using bench::inputs;
+using bench::Memcpy64;
 
 template <typename T, IppStatus (*F)(const T *, T *, int)>
 void Backend(benchmark::State &state, double lo, double hi)
@@ -51,7 +26,7 @@ void Backend(benchmark::State &state, double lo, double hi)
         F(src.data(), dst.data(), (int)src.size());
         benchmark::ClobberMemory();
     }
-    account<T>(state);
+    account(state, 2 * sizeof(T));
 }
 
 template <typename T, void (*F)(const T *, T *, int)>
@@ -62,7 +37,7 @@ void Reference(benchmark::State &state, double lo, double hi)
         F(src.data(), dst.data(), (int)src.size());
         benchmark::ClobberMemory();
     }
-    account<T>(state);
+    account(state, 2 * sizeof(T));
 }
 
 // orbAbs on the same data as AbsBackend, called as a host calls it: with the
@@ -82,7 +57,7 @@ void AbsExport(benchmark::State &state)
         benchmark::DoNotOptimize(orbAbs(h.callbacks(), args));
         benchmark::ClobberMemory();
     }
-    account<double>(state);
+    account(state, 2 * sizeof(double));
 }
 
 #define SIZES ->Arg(1000)->Arg(100000)->Arg(10000000)
