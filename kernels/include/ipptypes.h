@@ -57,6 +57,85 @@ typedef struct {
     const char *BuildDate;
 } IppLibraryVersion;
 
+/* Element types, as size queries and some functions take them. */
+typedef enum {
+    ippUndef = -1,
+    ipp1u = 0,
+    ipp8u, ipp8uc, ipp8s, ipp8sc,
+    ipp16u, ipp16uc, ipp16s, ipp16sc,
+    ipp32u, ipp32uc, ipp32s, ipp32sc, ipp32f, ipp32fc,
+    ipp64u, ipp64uc, ipp64s, ipp64sc, ipp64f, ipp64fc
+} IppDataType;
+
+/* Algorithm choice and result normalisation of convolution and correlation;
+ * the two are or-ed into one argument. */
+typedef enum { ippAlgAuto = 0x00000000, ippAlgDirect = 0x00000001, ippAlgFFT = 0x00000002, ippAlgMask = 0x000000FF } IppAlgType;
+typedef enum { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x00000200, ippsNormMask = 0x0000FF00 } IppsNormOp;
+
+/* Normalisation flags of the Fourier transforms. */
+#define IPP_FFT_DIV_FWD_BY_N 1
+#define IPP_FFT_DIV_INV_BY_N 2
+#define IPP_FFT_DIV_BY_SQRTN 4
+#define IPP_FFT_NODIV_BY_ANY 8
+
+typedef enum { ippWinBartlett = 0, ippWinBlackman = 1, ippWinHamming = 2, ippWinHann = 3, ippWinRect = 4 } IppWinType;
+typedef enum { ippButterworth = 0, ippChebyshev1 = 1 } IppsIIRFilterType;
+typedef enum { ippZCR = 0, ippZCXor = 1, ippZCC = 2 } IppsZCType;
+
+/* Image-side options: differential kernels, mask sizes, norms, borders. */
+typedef enum {
+    ippFilterSobelVert = 0, ippFilterSobelHoriz = 1, ippFilterSobel = 2,
+    ippFilterScharrVert = 3, ippFilterScharrHoriz = 4, ippFilterScharr = 5,
+    ippFilterCentralDiffVert = 6, ippFilterCentralDiffHoriz = 7, ippFilterCentralDiff = 8
+} IppiDifferentialKernel;
+typedef enum {
+    ippMskSize1x3 = 13, ippMskSize1x5 = 15, ippMskSize3x1 = 31, ippMskSize3x3 = 33,
+    ippMskSize5x1 = 51, ippMskSize5x5 = 55
+} IppiMaskSize;
+typedef enum { ippNormInf = 0x00000001, ippNormL1 = 0x00000002, ippNormL2 = 0x00000004 } IppNormType;
+typedef enum {
+    ippBorderConst = 0, ippBorderRepl = 1, ippBorderWrap = 2, ippBorderMirror = 3, ippBorderMirrorR = 4,
+    ippBorderDefault = 5, ippBorderInMem = 6, ippBorderInMemTop = 0x0010, ippBorderInMemBottom = 0x0020,
+    ippBorderInMemLeft = 0x0040, ippBorderInMemRight = 0x0080
+} IppiBorderType;
+
+/* A line in polar form (Hough transforms). */
+typedef struct { Ipp32f rho; Ipp32f theta; } IppPointPolar;
+
+/* Opaque specification and state structures; the functions that use them
+ * size them with their own queries and initialise them in caller memory. */
+typedef struct IppsFFTSpec_C_32fc IppsFFTSpec_C_32fc;
+typedef struct IppsFFTSpec_C_64fc IppsFFTSpec_C_64fc;
+typedef struct IppsFFTSpec_R_32f IppsFFTSpec_R_32f;
+typedef struct IppsFFTSpec_R_64f IppsFFTSpec_R_64f;
+typedef struct IppsFFTSpec_C_64f IppsFFTSpec_C_64f;
+typedef struct IppsDFTSpec_C_32fc IppsDFTSpec_C_32fc;
+typedef struct IppsDFTSpec_C_64fc IppsDFTSpec_C_64fc;
+typedef struct IppsDFTSpec_R_32f IppsDFTSpec_R_32f;
+typedef struct IppsDFTSpec_R_64f IppsDFTSpec_R_64f;
+typedef struct IppsDFTSpec_C_64f IppsDFTSpec_C_64f;
+typedef struct IppsDCTFwdSpec_32f IppsDCTFwdSpec_32f;
+typedef struct IppsDCTInvSpec_32f IppsDCTInvSpec_32f;
+typedef struct IppsDCTFwdSpec_64f IppsDCTFwdSpec_64f;
+typedef struct IppsDCTInvSpec_64f IppsDCTInvSpec_64f;
+typedef struct IppsHilbertSpec IppsHilbertSpec;
+typedef struct IppsFIRSpec_32f IppsFIRSpec_32f;
+typedef struct IppsFIRSpec_64f IppsFIRSpec_64f;
+typedef struct IppsFIRLMSState_32f IppsFIRLMSState_32f;
+typedef struct IppsFIRLMSState_64f IppsFIRLMSState_64f;
+typedef struct IppsIIRState_32f IppsIIRState_32f;
+typedef struct IppsIIRState_64f IppsIIRState_64f;
+typedef struct IppsRandUniState_16s IppsRandUniState_16s;
+typedef struct IppsRandUniState_32f IppsRandUniState_32f;
+typedef struct IppsRandUniState_64f IppsRandUniState_64f;
+typedef struct IppsRandGaussState_16s IppsRandGaussState_16s;
+typedef struct IppsRandGaussState_32f IppsRandGaussState_32f;
+typedef struct IppsRandGaussState_64f IppsRandGaussState_64f;
+typedef struct IppiWTFwdSpec_32f_C1R IppiWTFwdSpec_32f_C1R;
+typedef struct IppiWTInvSpec_32f_C1R IppiWTInvSpec_32f_C1R;
+typedef struct IppiWTFwdSpec_32f_C3R IppiWTFwdSpec_32f_C3R;
+typedef struct IppiWTInvSpec_32f_C3R IppiWTInvSpec_32f_C3R;
+
 /* Status codes: negative values are errors, zero is success, positive values
  * are warnings.
  *
