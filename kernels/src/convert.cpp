@@ -30,7 +30,6 @@
 
 #include <type_traits>
 
-#include "convert-inl.h"
 #include "ipps.h"
 #include "loops-inl.h"
 

@@ -9,7 +9,7 @@
  *   #define HWY_TARGET_INCLUDE "<domain>.cpp"   // found via kernels/src
  *   #include <hwy/foreach_target.h>
  *   #include <hwy/highway.h>
- *   #include "loops-inl.h"                      // Map, MapPairs (per target)
+ *   #include "loops-inl.h"                      // Map, MapConvert, MapPairs
  *
  *   HWY_BEFORE_NAMESPACE();
  *   namespace orb_kernels::HWY_NAMESPACE {

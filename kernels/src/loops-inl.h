@@ -1,12 +1,14 @@
 /* Per-target element loops of the kernels (see dispatch.h for the rules).
  *
- * Map applies a vector operation to an array, MapPairs to an array of
+ * Map applies a vector operation to an array, MapConvert one whose output
+ * element type differs from its input's, MapPairs one to an array of
  * interleaved complex values. The operation is a callable object:
- *   Map:      hn::Vec<D> op(D d, hn::Vec<D> x)
- *   MapPairs: void op(D d, hn::Vec<D>& re, hn::Vec<D>& im)
+ *   Map:        hn::Vec<D> op(D d, hn::Vec<D> x)
+ *   MapConvert: hn::Vec<DD> op(DD dd, hn::Vec<DS> x)
+ *   MapPairs:   void op(D d, hn::Vec<D>& re, hn::Vec<D>& im)
  * and may keep state, such as masks of domain faults seen so far. Padding
  * lanes of a partial vector hold 1 (Map) or 1 + 0i (MapPairs), which no
- * operation treats as a fault.
+ * operation treats as a fault, and 0 (MapConvert).
  */
 #if defined(ORB_KERNELS_LOOPS_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef ORB_KERNELS_LOOPS_INL_H_
@@ -16,6 +18,7 @@
 #endif
 
 #include <stdint.h>
+#include <string.h>
 
 #include <hwy/cache_control.h>
 #include <hwy/highway.h>
@@ -26,46 +29,68 @@ HWY_BEFORE_NAMESPACE();
 namespace orb_kernels::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/* Applies op to the first r < Lanes(d) elements through an aligned buffer. */
-template <class D, class Op>
-HWY_INLINE void MapPartial(D d, const hn::TFromD<D> *src, hn::TFromD<D> *dst, size_t r, Op &op)
+/* Applies op to the first r < Lanes(ds) elements through aligned buffers;
+ * the source's padding lanes hold pad. memcpy, because callers may view
+ * arrays through a type of the same size and weaker alignment (floats as
+ * integer bits, pairs as one wider integer). */
+template <class DS, class DD, class Op>
+HWY_INLINE void MapPartial(DS ds, DD dd, const hn::TFromD<DS> *src, hn::TFromD<DD> *dst, size_t r, Op &op,
+                           hn::TFromD<DS> pad)
 {
-    using T = hn::TFromD<D>;
-    HWY_ALIGN T buf[hn::MaxLanes(D())];
-    const size_t n = hn::Lanes(d);
-    for (size_t k = 0; k < n; ++k) buf[k] = k < r ? src[k] : T(1);
-    hn::Store(op(d, hn::Load(d, buf)), d, buf);
-    for (size_t k = 0; k < r; ++k) dst[k] = buf[k];
+    using TS = hn::TFromD<DS>;
+    using TD = hn::TFromD<DD>;
+    HWY_ALIGN TS sbuf[hn::MaxLanes(DS())];
+    HWY_ALIGN TD dbuf[hn::MaxLanes(DD())];
+    for (size_t k = 0; k < hn::Lanes(ds); ++k) sbuf[k] = pad;
+    memcpy(sbuf, src, r * sizeof(TS));
+    hn::Store(op(dd, hn::Load(ds, sbuf)), dd, dbuf);
+    memcpy(dst, dbuf, r * sizeof(TD));
 }
 
-template <class D, class Op>
-HWY_INLINE void Map(D d, const hn::TFromD<D> *src, hn::TFromD<D> *dst, size_t count, Op &op)
+/* Applies op to an array of TFromD<DS>, writing an array of TFromD<DD>; the
+ * two tags have the same number of lanes (the narrower type a Rebind of the
+ * wider). Padding lanes of a partial vector hold pad. Non-temporal stores
+ * need whole destination vectors of at least 16 bytes (x86 rounds narrower
+ * streams up), and are not used in place, where they measured slower. */
+template <class DS, class DD, class Op>
+HWY_INLINE void MapConvert(DS ds, DD dd, const hn::TFromD<DS> *src, hn::TFromD<DD> *dst, size_t count, Op &op,
+                           hn::TFromD<DS> pad = hn::TFromD<DS>(0))
 {
-    using T = hn::TFromD<D>;
-    const size_t n = hn::Lanes(d);
+    using TD = hn::TFromD<DD>;
+    constexpr bool kCanStream = hn::MaxLanes(DD()) * sizeof(TD) >= 16;
+    const size_t n = hn::Lanes(ds);
     size_t i = 0;
     const uintptr_t addr = reinterpret_cast<uintptr_t>(dst);
-    if (src != dst && count * sizeof(T) >= StreamThresholdBytes() && addr % sizeof(T) == 0) {
-        // Bring dst to a vector boundary, then stream whole vectors.
-        const size_t vbytes = n * sizeof(T);
-        // Never past the end: an output shorter than the way to the boundary.
-        const size_t head = HWY_MIN(((vbytes - addr % vbytes) % vbytes) / sizeof(T), count);
-        if (head != 0) MapPartial(d, src, dst, head, op);
-        for (i = head; i + n <= count; i += n) hn::Stream(op(d, hn::LoadU(d, src + i)), d, dst + i);
+    const size_t vbytes = n * sizeof(TD);
+    if (kCanStream && vbytes >= 16 && static_cast<const void *>(src) != static_cast<const void *>(dst) &&
+        count * sizeof(TD) >= StreamThresholdBytes() && addr % sizeof(TD) == 0) {
+        // Bring dst to a vector boundary (never past the end of a short
+        // output), then stream whole vectors.
+        const size_t head = HWY_MIN(((vbytes - addr % vbytes) % vbytes) / sizeof(TD), count);
+        if (head != 0) MapPartial(ds, dd, src, dst, head, op, pad);
+        for (i = head; i + n <= count; i += n) hn::Stream(op(dd, hn::LoadU(ds, src + i)), dd, dst + i);
         hwy::FlushStream();
     } else {
         for (; i + 2 * n <= count; i += 2 * n) {
-            const auto a = hn::LoadU(d, src + i);
-            const auto b = hn::LoadU(d, src + i + n);
-            hn::StoreU(op(d, a), d, dst + i);
-            hn::StoreU(op(d, b), d, dst + i + n);
+            const auto a = hn::LoadU(ds, src + i);
+            const auto b = hn::LoadU(ds, src + i + n);
+            hn::StoreU(op(dd, a), dd, dst + i);
+            hn::StoreU(op(dd, b), dd, dst + i + n);
         }
         if (i + n <= count) {
-            hn::StoreU(op(d, hn::LoadU(d, src + i)), d, dst + i);
+            hn::StoreU(op(dd, hn::LoadU(ds, src + i)), dd, dst + i);
             i += n;
         }
     }
-    if (i < count) MapPartial(d, src + i, dst + i, count - i, op);
+    if (i < count) MapPartial(ds, dd, src + i, dst + i, count - i, op, pad);
+}
+
+/* Same element type in and out; padding lanes hold 1, which no operation
+ * treats as a domain fault. */
+template <class D, class Op>
+HWY_INLINE void Map(D d, const hn::TFromD<D> *src, hn::TFromD<D> *dst, size_t count, Op &op)
+{
+    MapConvert(d, d, src, dst, count, op, hn::TFromD<D>(1));
 }
 
 /* Complex arrays: count (re, im) pairs, handed to op deinterleaved. */

@@ -27,7 +27,7 @@
 #include <stdint.h>
 #include <string.h>
 
-#include "convert-inl.h"
+#include "loops-inl.h"
 #include "ipps.h"
 
 HWY_BEFORE_NAMESPACE();
