@@ -101,7 +101,8 @@ public:
     // function that aborts with the position's number.
     void *const *callbacks() const;
 
-    // Making values.
+    // Making values. Byte (integer[1]) rtables get twice their size again as
+    // zeroed room after their elements (see makeRTable).
     Value integer(int64_t v);
     Value float64(double v);
     Value complex(double re, double im);
@@ -153,7 +154,8 @@ public:
     // a body must hold no object with a destructor (nor a temporary such as
     // a braced vector) across a call that may raise. Errors raised in a
     // nested protect belong to it alone; printed text reaches every
-    // enclosing call's output.
+    // enclosing call's output. call() puts a few null values after the last
+    // argument, so an export that reads past its count finds a host value.
     CallResult call(ExportFn fn, const std::vector<Value> &args);
     CallResult protect(const std::function<Value()> &body);
 
