@@ -145,7 +145,39 @@ const char *datatypeText(int32_t datatype) {
 
 Host *current() { return tlsCurrent; }
 
-RTableRec::~RTableRec() { std::free(data); }
+// Under AddressSanitizer the guards are poisoned too, so that a read of
+// them is reported where it happens.
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/asan_interface.h>
+#define ORB_GUARDS(rec, how)                                                                          \
+    do {                                                                                              \
+        how((rec)->block, kGuardBytes);                                                               \
+        how(static_cast<char *>((rec)->data) + size_t((rec)->count) * (rec)->elemSize, kGuardBytes); \
+    } while (0)
+#define ORB_POISON(rec) ORB_GUARDS(rec, ASAN_POISON_MEMORY_REGION)
+#define ORB_UNPOISON(rec) ORB_GUARDS(rec, ASAN_UNPOISON_MEMORY_REGION)
+#else
+#define ORB_POISON(rec) ((void)0)
+#define ORB_UNPOISON(rec) ((void)0)
+#endif
+
+RTableRec::~RTableRec() {
+    ORB_UNPOISON(this);
+    std::free(block);
+}
+
+bool RTableRec::guardsIntact() const {
+    ORB_UNPOISON(this);
+    struct Repoison {
+        const RTableRec *r;
+        ~Repoison() { ORB_POISON(r); }
+    } repoison{this};
+    const auto *before = static_cast<const uint8_t *>(block);
+    const auto *after = static_cast<const uint8_t *>(data) + size_t(count) * elemSize;
+    for (size_t i = 0; i < kGuardBytes; ++i)
+        if (before[i] != kGuardPattern || after[i] != kGuardPattern) return false;
+    return true;
+}
 
 // ---------------------------------------------------------------------------
 // The heap.
@@ -202,15 +234,14 @@ Value Host::Impl::makeRTable(const Settings &s, const int64_t *bounds, const voi
         rec->count *= bounds[2 * d + 1] - bounds[2 * d] + 1;
     }
     size_t bytes = size_t(rec->count) * rec->elemSize;
-    // Byte rtables get twice their size again as zeroed slack: the library
-    // byte-swaps integer[1] data as three-byte items, one per element, and
-    // the slack keeps that within memory this host owns.
-    size_t room = s.datatype == 2 ? 3 * bytes : bytes;
-    rec->data = std::aligned_alloc(64, room ? (room + 63) / 64 * 64 : 64);
-    if (!rec->data) {
+    size_t total = (kGuardBytes + bytes + kGuardBytes + 63) / 64 * 64;
+    rec->block = std::aligned_alloc(64, total);
+    if (!rec->block) {
         std::fprintf(stderr, "host: out of memory for an rtable of %zu bytes\n", bytes);
         std::abort();
     }
+    std::memset(rec->block, kGuardPattern, total);
+    rec->data = static_cast<char *>(rec->block) + kGuardBytes;
     if (data) {
         std::memcpy(rec->data, data, bytes);
     } else if (s.datatype <= 1) {
@@ -220,8 +251,7 @@ Value Host::Impl::makeRTable(const Settings &s, const int64_t *bounds, const voi
     } else {
         std::memset(rec->data, 0, bytes);
     }
-    if (room > bytes)
-        std::memset(static_cast<char *>(rec->data) + bytes, 0, room - bytes);
+    ORB_POISON(rec.get());
     uint64_t *o = alloc(2, kRTable);
     o[1] = reinterpret_cast<uint64_t>(rec.get());
     rtableOf.emplace(o, rec.get());
@@ -765,6 +795,12 @@ const std::vector<int> &Host::callbackTrace() const { return impl_->trace; }
 void Host::resetCallbackCounts() {
     impl_->counts.fill(0);
     impl_->trace.clear();
+}
+
+bool Host::guardsIntact() const {
+    for (const auto &r : impl_->rtables)
+        if (!r->guardsIntact()) return false;
+    return true;
 }
 
 std::string Host::takeOutput() {

@@ -101,8 +101,8 @@ public:
     // function that aborts with the position's number.
     void *const *callbacks() const;
 
-    // Making values. Byte (integer[1]) rtables get twice their size again as
-    // zeroed room after their elements (see makeRTable).
+    // Making values. Every rtable's storage has guard bytes on either side
+    // (see guardsIntact).
     Value integer(int64_t v);
     Value float64(double v);
     Value complex(double re, double im);
@@ -170,6 +170,11 @@ public:
     int64_t callbackCalls(int position) const;
     const std::vector<int> &callbackTrace() const;  // the first 4096 calls since the reset
     void resetCallbackCounts();
+
+    // Whether the guard bytes around every rtable made so far are unchanged:
+    // false once anything read-modify-wrote or wrote outside an rtable's
+    // storage.
+    bool guardsIntact() const;
 
     // Text printed through the print callback since the last take.
     std::string takeOutput();

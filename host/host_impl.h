@@ -24,14 +24,21 @@ constexpr size_t kSpareArgs = 4;
 // find their host through current()).
 void *const *callbackTable();
 
+// Guard bytes on either side of every rtable's storage: a library that reads
+// or writes past its rtables shows up as a changed guard.
+constexpr size_t kGuardBytes = 64;
+constexpr uint8_t kGuardPattern = 0xCD;
+
 // An rtable's host-side record. Storage is one aligned block, last index
-// fastest, whatever the storage code says.
+// fastest, whatever the storage code says, with guards before and after.
 struct RTableRec {
     Settings settings;  // as given on creation, padding included
     std::vector<std::pair<int64_t, int64_t>> bounds;
     int64_t count = 0;
     size_t elemSize = 0;
-    void *data = nullptr;
+    void *data = nullptr;   // block + kGuardBytes
+    void *block = nullptr;  // what was allocated
+    bool guardsIntact() const;
     ~RTableRec();
 };
 

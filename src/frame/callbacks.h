@@ -11,8 +11,11 @@
 
 #define HOSTFN(cb, pos, type) ((type)(cb)[pos])
 
+/* Notes a raise of the current call (see orbFits in frame.h). */
+void orbNoteRaise(void);
+
 /* Raises an error in the host; a real host never returns from it. */
-#define HostError(cb, ...) (HOSTFN(cb, HOSTPOS_ERROR, HostErrorFn)(__VA_ARGS__))
+#define HostError(cb, ...) (orbNoteRaise(), HOSTFN(cb, HOSTPOS_ERROR, HostErrorFn)(__VA_ARGS__))
 #define HostPrintf(cb, ...) (HOSTFN(cb, HOSTPOS_PRINTF, HostPrintfFn)(__VA_ARGS__))
 #define HostExprSeqOf(cb, ...) (HOSTFN(cb, HOSTPOS_EXPR_SEQ_OF, HostExprSeqOfFn)(__VA_ARGS__))
 

@@ -1,5 +1,6 @@
 /* Initialisation, error reporting and the two informational exports. */
 #include <stdio.h>
+#include <string.h>
 
 #include "frame/frame.h"
 
@@ -50,6 +51,69 @@ ORB_API HostValue orbGetEnabledCPUFeatures(HostCallbacks cb, ArgSeq args)
     }
     orbInit(cb);
     return HostFromInteger64(cb, (int64_t)ippGetEnabledCpuFeatures());
+}
+
+/* The raise note of the call running on this thread; cleared as each export
+ * starts, so it never outlives a call. */
+static thread_local int raisedInCall;
+
+void orbNoteRaise(void)
+{
+    raisedInCall = 1;
+}
+
+void orbCallStart(void)
+{
+    raisedInCall = 0;
+}
+
+int orbRaised(void)
+{
+    return raisedInCall;
+}
+
+/* Bytes per element of a datatype code; 0 for host values, which no kernel
+ * may touch. */
+static int64_t elementBytes(int64_t code)
+{
+    switch (code) {
+    case DT_INT1: return 1;
+    case DT_INT2: return 2;
+    case DT_INT4: case DT_FLOAT4: return 4;
+    case DT_INT8: case DT_FLOAT8: return 8;
+    case DT_COMPLEX8: return 16;
+    default: return 0;
+    }
+}
+
+int orbFits(HostCallbacks cb, int64_t *count, HostValue v, int64_t code)
+{
+    RTableSettings s;
+    int64_t have;
+
+    if (!raisedInCall)
+        return 1;
+    if (!HostIsRTable(cb, v))
+        return 0;
+    memset(&s, 0, sizeof s);
+    HostRTableGetSettings(cb, &s, v);
+    if (s.storage != RTABLE_RECTANGULAR || elementBytes(s.datatype) == 0 ||
+        elementBytes(s.datatype) != elementBytes(code))
+        return 0;
+    have = HostRTableNumElements(cb, v);
+    if (have < *count)
+        *count = have;
+    return *count > 0;
+}
+
+int orbAllFit(HostCallbacks cb, int64_t *count, ArgSeq args, int first, int last, int64_t code)
+{
+    int i;
+
+    for (i = first; i <= last; ++i)
+        if (!orbFits(cb, count, args[i], code))
+            return 0;
+    return 1;
 }
 
 int64_t orbTarget(HostCallbacks cb, HostValue v, int64_t *count, void **data)

@@ -15,7 +15,7 @@ static IppStatus const32f(ConstOp op, const Ipp32f *src, Ipp32f c, Ipp32f *dst, 
     case C_DIV: return ippsDivC_32f(src, c, dst, len);
     case C_DIVREV: return ippsDivCRev_32f(src, c, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus const64f(ConstOp op, const Ipp64f *src, Ipp64f c, Ipp64f *dst, int len)
@@ -28,7 +28,7 @@ static IppStatus const64f(ConstOp op, const Ipp64f *src, Ipp64f c, Ipp64f *dst, 
     case C_DIV: return ippsDivC_64f(src, c, dst, len);
     case C_DIVREV: break;
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus const64fc(ConstOp op, const Ipp64fc *src, Ipp64fc c, Ipp64fc *dst, int len)
@@ -41,13 +41,20 @@ static IppStatus const64fc(ConstOp op, const Ipp64fc *src, Ipp64fc c, Ipp64fc *d
     case C_DIV: return ippsDivC_64fc(src, c, dst, len);
     case C_DIVREV: break;
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
+}
+
+/* The datatypes of the constant family: dividing into a constant exists in
+ * single precision only. */
+static int constSupports(ConstOp op, int64_t code)
+{
+    return code == DT_FLOAT4 || ((code == DT_FLOAT8 || code == DT_COMPLEX8) && op != C_DIVREV);
 }
 
 /* The constant family compares the two rtables itself, and carries on to
- * the dispatch after either mismatch when the raise returns. The constant is
- * read only after the rtable checks. Dividing into a constant exists in
- * single precision only. */
+ * the dispatch after either mismatch when the raise returns (computing then
+ * only over what both rtables really have). The constant is read only after
+ * the rtable checks. */
 static HostValue constExport(HostCallbacks cb, ArgSeq args, ConstOp op)
 {
     int64_t n = orbBegin(cb, args);
@@ -65,18 +72,27 @@ static HostValue constExport(HostCallbacks cb, ArgSeq args, ConstOp op)
         HostError(cb, MSG_SAME_DATATYPE);
     if (len1 != len2)
         HostError(cb, MSG_SAME_LENGTH);
-    if (code1 == DT_FLOAT4) {
-        Ipp32f c = GetFloat4Value(cb, args[3]);
-        status = const32f(op, (const Ipp32f *)src, c, (Ipp32f *)dst, orbLen32(len1));
-    } else if (code1 == DT_FLOAT8 && op != C_DIVREV) {
-        Ipp64f c = GetFloat8Value(cb, args[3]);
-        status = const64f(op, (const Ipp64f *)src, c, (Ipp64f *)dst, orbLen32(len1));
-    } else if (code1 == DT_COMPLEX8 && op != C_DIVREV) {
-        Ipp64fc c = GetComplex8Value(cb, args[3]);
-        status = const64fc(op, (const Ipp64fc *)src, c, (Ipp64fc *)dst, orbLen32(len1));
-    } else {
+    if (!constSupports(op, code1)) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
+    }
+    if (code1 == DT_FLOAT4) {
+        Ipp32f c = GetFloat4Value(cb, args[3]);
+        if (!orbAllFit(cb, &len1, args, 1, 2, code1))
+            return args[1];
+        status = const32f(op, (const Ipp32f *)src, c, (Ipp32f *)dst, orbLen32(len1));
+    } else if (code1 == DT_FLOAT8) {
+        Ipp64f c = GetFloat8Value(cb, args[3]);
+        if (!orbAllFit(cb, &len1, args, 1, 2, code1))
+            return args[1];
+        status = const64f(op, (const Ipp64f *)src, c, (Ipp64f *)dst, orbLen32(len1));
+    } else if (code1 == DT_COMPLEX8) {
+        Ipp64fc c = GetComplex8Value(cb, args[3]);
+        if (!orbAllFit(cb, &len1, args, 1, 2, code1))
+            return args[1];
+        status = const64fc(op, (const Ipp64fc *)src, c, (Ipp64fc *)dst, orbLen32(len1));
+    } else {
+        status = ORB_NO_KERNEL;
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -122,7 +138,7 @@ static IppStatus array32f(ArrayOp op, const Ipp32f *a, const Ipp32f *b, Ipp32f *
     case A_DIV: return ippsDiv_32f(a, b, dst, len);
     case A_ADDPROD: return ippsAddProduct_32f(a, b, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus array64f(ArrayOp op, const Ipp64f *a, const Ipp64f *b, Ipp64f *dst, int len)
@@ -134,7 +150,7 @@ static IppStatus array64f(ArrayOp op, const Ipp64f *a, const Ipp64f *b, Ipp64f *
     case A_DIV: return ippsDiv_64f(a, b, dst, len);
     case A_ADDPROD: return ippsAddProduct_64f(a, b, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus array64fc(ArrayOp op, const Ipp64fc *a, const Ipp64fc *b, Ipp64fc *dst, int len)
@@ -146,7 +162,7 @@ static IppStatus array64fc(ArrayOp op, const Ipp64fc *a, const Ipp64fc *b, Ipp64
     case A_DIV: return ippsDiv_64fc(a, b, dst, len);
     case A_ADDPROD: return ippsAddProduct_64fc(a, b, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 /* The array family reads both operands with the accessor of argument 1's
@@ -165,20 +181,23 @@ static HostValue arrayExport(HostCallbacks cb, ArgSeq args, ArrayOp op)
         return 0;
     }
     code = orbTarget(cb, args[1], &len, &dst);
+    /* The array family's datatypes. */
     if (code != DT_FLOAT4 && code != DT_FLOAT8 && code != DT_COMPLEX8) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
     a = orbSampleOf(cb, args[2], code, &lenA);
     b = orbSampleOf(cb, args[3], code, &lenB);
-    if (!orbCountsAgree(cb, lenA == len && lenB == len))
+    if (!orbCountsAgree(cb, lenA == len && lenB == len) || !orbAllFit(cb, &len, args, 1, 3, code))
         return args[1];
     if (code == DT_FLOAT4)
         status = array32f(op, (const Ipp32f *)a, (const Ipp32f *)b, (Ipp32f *)dst, orbLen32(len));
     else if (code == DT_FLOAT8)
         status = array64f(op, (const Ipp64f *)a, (const Ipp64f *)b, (Ipp64f *)dst, orbLen32(len));
-    else
+    else if (code == DT_COMPLEX8)
         status = array64fc(op, (const Ipp64fc *)a, (const Ipp64fc *)b, (Ipp64fc *)dst, orbLen32(len));
+    else
+        status = ORB_NO_KERNEL;
     if (status < 0) {
         orbIppError(cb, status);
         orbIppError(cb, status);

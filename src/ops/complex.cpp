@@ -33,11 +33,15 @@ static HostValue complexUnaryExport(HostCallbacks cb, ArgSeq args, ComplexOp op)
     len2 = HostRTableNumElements(cb, args[2]);
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
+    if (!orbFits(cb, &len, args[1], op == X_CONJ || op == X_CONJFLIP ? DT_COMPLEX8 : DT_FLOAT8) ||
+        !orbFits(cb, &len, args[2], DT_COMPLEX8))
+        return args[1];
+    status = ORB_NO_KERNEL;
     switch (op) {
     case X_CONJ: status = ippsConj_64fc(src, (Ipp64fc *)dst, orbLen32(len)); break;
     case X_CONJFLIP: status = ippsConjFlip_64fc(src, (Ipp64fc *)dst, orbLen32(len)); break;
     case X_REAL: status = ippsReal_64fc(src, (Ipp64f *)dst, orbLen32(len)); break;
-    default: status = ippsImag_64fc(src, (Ipp64f *)dst, orbLen32(len)); break;
+    case X_IMAG: status = ippsImag_64fc(src, (Ipp64f *)dst, orbLen32(len)); break;
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -73,7 +77,7 @@ static IppStatus polar64fc(PolarOp op, const Ipp64fc *src, Ipp64f *dst, int len)
     case P_PHASE: return ippsPhase_64fc(src, dst, len);
     case P_POWER: return ippsPowerSpectr_64fc(src, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus polar32f(PolarOp op, const Ipp32f *re, const Ipp32f *im, Ipp32f *dst, int len)
@@ -83,7 +87,7 @@ static IppStatus polar32f(PolarOp op, const Ipp32f *re, const Ipp32f *im, Ipp32f
     case P_PHASE: return ippsPhase_32f(re, im, dst, len);
     case P_POWER: return ippsPowerSpectr_32f(re, im, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus polar64f(PolarOp op, const Ipp64f *re, const Ipp64f *im, Ipp64f *dst, int len)
@@ -93,7 +97,7 @@ static IppStatus polar64f(PolarOp op, const Ipp64f *re, const Ipp64f *im, Ipp64f
     case P_PHASE: return ippsPhase_64f(re, im, dst, len);
     case P_POWER: return ippsPowerSpectr_64f(re, im, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 /* Magnitude, phase and power spectrum: of a complex[8] rtable (two
@@ -113,6 +117,8 @@ static HostValue polarExport(HostCallbacks cb, ArgSeq args, PolarOp op)
         lenRe = HostRTableNumElements(cb, args[2]);
         if (!orbCountsAgree(cb, lenRe == len))
             return args[1];
+        if (!orbFits(cb, &len, args[1], DT_FLOAT8) || !orbFits(cb, &len, args[2], DT_COMPLEX8))
+            return args[1];
         status = polar64fc(op, src, (Ipp64f *)dst, orbLen32(len));
     } else if (n == 3) {
         code = orbTarget(cb, args[1], &len, &dst);
@@ -124,10 +130,14 @@ static HostValue polarExport(HostCallbacks cb, ArgSeq args, PolarOp op)
         void *im = orbSampleOf(cb, args[3], code, &lenIm);
         if (!orbCountsAgree(cb, lenRe == len && lenIm == len))
             return args[1];
+        if (!orbAllFit(cb, &len, args, 1, 3, code))
+            return args[1];
         if (code == DT_FLOAT4)
             status = polar32f(op, (const Ipp32f *)re, (const Ipp32f *)im, (Ipp32f *)dst, orbLen32(len));
-        else
+        else if (code == DT_FLOAT8)
             status = polar64f(op, (const Ipp64f *)re, (const Ipp64f *)im, (Ipp64f *)dst, orbLen32(len));
+        else
+            status = ORB_NO_KERNEL;
     } else {
         orbArityError(cb, ARITY_TWO_OR_THREE, n);
         return 0;
@@ -172,6 +182,9 @@ ORB_API HostValue orbRealToComplex(HostCallbacks cb, ArgSeq args)
     lenIm = HostRTableNumElements(cb, args[3]);
     if (!orbCountsAgree(cb, lenRe == len && lenIm == len))
         return args[1];
+    if (!orbFits(cb, &len, args[1], DT_COMPLEX8) || !orbFits(cb, &len, args[2], DT_FLOAT8) ||
+        !orbFits(cb, &len, args[3], DT_FLOAT8))
+        return args[1];
     status = ippsRealToCplx_64f(re, im, dst, orbLen32(len));
     if (status < 0)
         orbIppError(cb, status);
@@ -198,6 +211,9 @@ ORB_API HostValue orbComplexToReal(HostCallbacks cb, ArgSeq args)
     src = GetComplex8Sample(cb, args[3]);
     len = HostRTableNumElements(cb, args[3]);
     if (!orbCountsAgree(cb, lenRe == len && lenIm == len))
+        return args[1];
+    if (!orbFits(cb, &len, args[1], DT_FLOAT8) || !orbFits(cb, &len, args[2], DT_FLOAT8) ||
+        !orbFits(cb, &len, args[3], DT_COMPLEX8))
         return args[1];
     status = ippsCplxToReal_64fc(src, re, im, orbLen32(len));
     if (status < 0)
@@ -227,6 +243,9 @@ ORB_API HostValue orbCartesianToPolar(HostCallbacks cb, ArgSeq args)
         lenRe = HostRTableNumElements(cb, args[3]);
         if (!orbCountsAgree(cb, lenMag == lenRe && lenPh == lenRe))
             return args[1];
+        if (!orbFits(cb, &lenRe, args[1], DT_FLOAT8) || !orbFits(cb, &lenRe, args[2], DT_FLOAT8) ||
+            !orbFits(cb, &lenRe, args[3], DT_COMPLEX8))
+            return args[1];
         status = ippsCartToPolar_64fc(src, mag, ph, orbLen32(lenRe));
     } else {
         const Ipp64f *re = GetFloat8Sample(cb, args[3]);
@@ -234,6 +253,8 @@ ORB_API HostValue orbCartesianToPolar(HostCallbacks cb, ArgSeq args)
         const Ipp64f *im = GetFloat8Sample(cb, args[4]);
         lenIm = HostRTableNumElements(cb, args[4]);
         if (!orbCountsAgree(cb, lenRe == lenIm && lenRe == lenMag && lenRe == lenPh))
+            return args[1];
+        if (!orbAllFit(cb, &lenRe, args, 1, 4, DT_FLOAT8))
             return args[1];
         status = ippsCartToPolar_64f(re, im, mag, ph, orbLen32(lenRe));
     }
@@ -260,6 +281,9 @@ ORB_API HostValue orbPolarToCartesian(HostCallbacks cb, ArgSeq args)
         lenPh = HostRTableNumElements(cb, args[3]);
         if (!orbCountsAgree(cb, lenMag == len && lenPh == len))
             return args[1];
+        if (!orbFits(cb, &len, args[1], DT_COMPLEX8) || !orbFits(cb, &len, args[2], DT_FLOAT8) ||
+            !orbFits(cb, &len, args[3], DT_FLOAT8))
+            return args[1];
         status = ippsPolarToCart_64fc(mag, ph, dst, orbLen32(len));
         if (status < 0)
             orbIppError(cb, status);
@@ -278,6 +302,8 @@ ORB_API HostValue orbPolarToCartesian(HostCallbacks cb, ArgSeq args)
     ph = GetFloat8Sample(cb, args[4]);
     lenPh = HostRTableNumElements(cb, args[4]);
     if (!orbCountsAgree(cb, len2 == len && lenMag == len && lenPh == len))
+        return args[1];
+    if (!orbAllFit(cb, &len, args, 1, 4, DT_FLOAT8))
         return args[1];
     status = ippsPolarToCart_64f(mag, ph, re, im, orbLen32(len));
     if (status < 0)

@@ -33,6 +33,8 @@ ORB_API HostValue orbConvert(HostCallbacks cb, ArgSeq args)
     scode = orbTarget(cb, args[2], &slen, &src);
     if (!orbCountsAgree(cb, dlen == slen))
         return args[1];
+    if (!orbFits(cb, &dlen, args[1], dcode) || !orbFits(cb, &dlen, args[2], scode))
+        return args[1];
     len = orbLen32(dlen);
     if (dcode == DT_FLOAT4) {
         switch (scode) {
@@ -88,6 +90,8 @@ ORB_API HostValue orbConvertScaled(HostCallbacks cb, ArgSeq args)
     scode = orbTarget(cb, args[2], &slen, &src);
     scale = GetScaleFactor(cb, args[3]);
     if (!orbCountsAgree(cb, dlen == slen))
+        return args[1];
+    if (!orbFits(cb, &dlen, args[1], dcode) || !orbFits(cb, &dlen, args[2], scode))
         return args[1];
     len = orbLen32(dlen);
     if (dcode == DT_FLOAT4) {
@@ -149,8 +153,10 @@ ORB_API HostValue orbConvertScaled(HostCallbacks cb, ArgSeq args)
     return args[1];
 }
 
-/* integer[1] data goes to the 24-bit swap with the element count as its
- * length: as many three-byte items as there are bytes. */
+/* integer[1] data goes to the 24-bit swap: every whole three-byte group of
+ * the rtable's bytes is reversed and the last one or two bytes, if any, stay
+ * as they are. (Handing over the byte count as the number of groups would
+ * run three times past the storage.) */
 ORB_API HostValue orbSwapBytes(HostCallbacks cb, ArgSeq args)
 {
     int64_t n = orbBegin(cb, args);
@@ -170,11 +176,19 @@ ORB_API HostValue orbSwapBytes(HostCallbacks cb, ArgSeq args)
     src = orbSampleOf(cb, args[2], code, &len2);
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
-    switch (code) {
-    case DT_INT1: status = ippsSwapBytes_24u((const Ipp8u *)src, (Ipp8u *)dst, orbLen32(len)); break;
+    if (!orbAllFit(cb, &len, args, 1, 2, code))
+        return args[1];
+    status = ORB_NO_KERNEL;
+    switch (orbDatatype(code)) {
+    case DT_INT1:
+        if (len > 0 && len < 3)
+            return args[1];
+        status = ippsSwapBytes_24u((const Ipp8u *)src, (Ipp8u *)dst, orbLen32(len / 3));
+        break;
     case DT_INT2: status = ippsSwapBytes_16u((const Ipp16u *)src, (Ipp16u *)dst, orbLen32(len)); break;
     case DT_INT4: status = ippsSwapBytes_32u((const Ipp32u *)src, (Ipp32u *)dst, orbLen32(len)); break;
-    default: status = ippsSwapBytes_64u((const Ipp64u *)src, (Ipp64u *)dst, orbLen32(len)); break;
+    case DT_INT8: status = ippsSwapBytes_64u((const Ipp64u *)src, (Ipp64u *)dst, orbLen32(len)); break;
+    case DT_ANYTHING: case DT_PAIR: case DT_FLOAT8: case DT_COMPLEX8: case DT_FLOAT4: break;
     }
     if (status < 0)
         orbIppError(cb, status);

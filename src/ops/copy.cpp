@@ -26,8 +26,11 @@ static HostValue copyExport(HostCallbacks cb, ArgSeq args, int move)
     src = orbSampleOf(cb, args[2], code, &slen);
     if (!orbCountsAgree(cb, slen <= dlen))
         return args[1];
+    if (!orbAllFit(cb, &slen, args, 1, 2, code))
+        return args[1];
     len = orbLen32(slen);
-    switch (code) {
+    status = ORB_NO_KERNEL;
+    switch (orbDatatype(code)) {
     case DT_INT2:
         status = move ? ippsMove_16s((const Ipp16s *)src, (Ipp16s *)dst, len)
                       : ippsCopy_16s((const Ipp16s *)src, (Ipp16s *)dst, len);
@@ -48,10 +51,11 @@ static HostValue copyExport(HostCallbacks cb, ArgSeq args, int move)
         status = move ? ippsMove_64fc((const Ipp64fc *)src, (Ipp64fc *)dst, len)
                       : ippsCopy_64fc((const Ipp64fc *)src, (Ipp64fc *)dst, len);
         break;
-    default:
+    case DT_FLOAT4:
         status = move ? ippsMove_32f((const Ipp32f *)src, (Ipp32f *)dst, len)
                       : ippsCopy_32f((const Ipp32f *)src, (Ipp32f *)dst, len);
         break;
+    case DT_ANYTHING: case DT_PAIR: case DT_INT1: break;
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -83,8 +87,10 @@ ORB_API HostValue orbSet(HostCallbacks cb, ArgSeq args)
         return 0;
     }
     code = orbTarget(cb, args[1], &count, &dst);
+    if (!orbFits(cb, &count, args[1], code))
+        return args[1];
     len = orbLen32(count);
-    switch (code) {
+    switch (orbDatatype(code)) {
     case DT_INT1: status = ippsSet_8u((Ipp8u)GetUInt1Value(cb, args[2]), (Ipp8u *)dst, len); break;
     case DT_INT2: status = ippsSet_16s(GetInt2Value(cb, args[2]), (Ipp16s *)dst, len); break;
     case DT_INT4: status = ippsSet_32s(GetInt4Value(cb, args[2]), (Ipp32s *)dst, len); break;
@@ -92,7 +98,7 @@ ORB_API HostValue orbSet(HostCallbacks cb, ArgSeq args)
     case DT_FLOAT8: status = ippsSet_64f(GetFloat8Value(cb, args[2]), (Ipp64f *)dst, len); break;
     case DT_COMPLEX8: status = ippsSet_64fc(GetComplex8Value(cb, args[2]), (Ipp64fc *)dst, len); break;
     case DT_FLOAT4: status = ippsSet_32f(GetFloat4Value(cb, args[2]), (Ipp32f *)dst, len); break;
-    default:
+    case DT_ANYTHING: case DT_PAIR:
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
@@ -114,8 +120,10 @@ ORB_API HostValue orbZero(HostCallbacks cb, ArgSeq args)
         return 0;
     }
     code = orbTarget(cb, args[1], &count, &dst);
+    if (!orbFits(cb, &count, args[1], code))
+        return args[1];
     len = orbLen32(count);
-    switch (code) {
+    switch (orbDatatype(code)) {
     case DT_INT1: status = ippsZero_8u((Ipp8u *)dst, len); break;
     case DT_INT2: status = ippsZero_16s((Ipp16s *)dst, len); break;
     case DT_INT4: status = ippsZero_32s((Ipp32s *)dst, len); break;
@@ -123,7 +131,7 @@ ORB_API HostValue orbZero(HostCallbacks cb, ArgSeq args)
     case DT_FLOAT8: status = ippsZero_64f((Ipp64f *)dst, len); break;
     case DT_COMPLEX8: status = ippsZero_64fc((Ipp64fc *)dst, len); break;
     case DT_FLOAT4: status = ippsZero_32f((Ipp32f *)dst, len); break;
-    default:
+    case DT_ANYTHING: case DT_PAIR:
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
@@ -168,8 +176,10 @@ static HostValue sampleExport(HostCallbacks cb, ArgSeq args, int up)
         HostError(cb, MSG_TOO_SMALL);
         return args[1];
     }
+    if (!orbFits(cb, &slen, args[2], scode) || !orbFits(cb, &dlen, args[1], dcode))
+        return args[1];
     srcLen = orbLen32(slen);
-    switch (dcode) {
+    switch (orbDatatype(dcode)) {
     case DT_FLOAT4:
         status = up ? ippsSampleUp_32f((const Ipp32f *)src, srcLen, (Ipp32f *)dst, &outLen, factor, &phase)
                     : ippsSampleDown_32f((const Ipp32f *)src, srcLen, (Ipp32f *)dst, &outLen, factor, &phase);
@@ -186,7 +196,7 @@ static HostValue sampleExport(HostCallbacks cb, ArgSeq args, int up)
         status = up ? ippsSampleUp_16s((const Ipp16s *)src, srcLen, (Ipp16s *)dst, &outLen, factor, &phase)
                     : ippsSampleDown_16s((const Ipp16s *)src, srcLen, (Ipp16s *)dst, &outLen, factor, &phase);
         break;
-    default:
+    case DT_ANYTHING: case DT_PAIR: case DT_INT1: case DT_INT4: case DT_INT8:
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }

@@ -12,7 +12,7 @@ static IppStatus logicC8u(LogicOp op, const Ipp8u *src, Ipp8u c, Ipp8u *dst, int
     case L_OR: return ippsOrC_8u(src, c, dst, len);
     case L_XOR: return ippsXorC_8u(src, c, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus logicC16u(LogicOp op, const Ipp16u *src, Ipp16u c, Ipp16u *dst, int len)
@@ -22,7 +22,7 @@ static IppStatus logicC16u(LogicOp op, const Ipp16u *src, Ipp16u c, Ipp16u *dst,
     case L_OR: return ippsOrC_16u(src, c, dst, len);
     case L_XOR: return ippsXorC_16u(src, c, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus logicC32u(LogicOp op, const Ipp32u *src, Ipp32u c, Ipp32u *dst, int len)
@@ -32,9 +32,10 @@ static IppStatus logicC32u(LogicOp op, const Ipp32u *src, Ipp32u c, Ipp32u *dst,
     case L_OR: return ippsOrC_32u(src, c, dst, len);
     case L_XOR: return ippsXorC_32u(src, c, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
+/* The family's datatypes: every export here takes exactly these. */
 static int isLogicWidth(int64_t code)
 {
     return code == DT_INT1 || code == DT_INT2 || code == DT_INT4;
@@ -70,13 +71,16 @@ static HostValue logicConstExport(HostCallbacks cb, ArgSeq args, LogicOp op)
         c = GetUInt4Value(cb, args[3]);
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
+    if (!orbAllFit(cb, &len, args, 1, 2, code))
+        return args[1];
     l = orbLen32(len);
-    if (code == DT_INT1)
-        status = logicC8u(op, (const Ipp8u *)src, (Ipp8u)c, (Ipp8u *)dst, l);
-    else if (code == DT_INT2)
-        status = logicC16u(op, (const Ipp16u *)src, (Ipp16u)c, (Ipp16u *)dst, l);
-    else
-        status = logicC32u(op, (const Ipp32u *)src, c, (Ipp32u *)dst, l);
+    status = ORB_NO_KERNEL;
+    switch (orbDatatype(code)) {
+    case DT_INT1: status = logicC8u(op, (const Ipp8u *)src, (Ipp8u)c, (Ipp8u *)dst, l); break;
+    case DT_INT2: status = logicC16u(op, (const Ipp16u *)src, (Ipp16u)c, (Ipp16u *)dst, l); break;
+    case DT_INT4: status = logicC32u(op, (const Ipp32u *)src, c, (Ipp32u *)dst, l); break;
+    case DT_ANYTHING: case DT_PAIR: case DT_INT8: case DT_FLOAT8: case DT_COMPLEX8: case DT_FLOAT4: break;
+    }
     if (status < 0)
         orbIppError(cb, status);
     return args[1];
@@ -104,7 +108,7 @@ static IppStatus logic8u(LogicOp op, const Ipp8u *a, const Ipp8u *b, Ipp8u *dst,
     case L_OR: return ippsOr_8u(a, b, dst, len);
     case L_XOR: return ippsXor_8u(a, b, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus logic16u(LogicOp op, const Ipp16u *a, const Ipp16u *b, Ipp16u *dst, int len)
@@ -114,7 +118,7 @@ static IppStatus logic16u(LogicOp op, const Ipp16u *a, const Ipp16u *b, Ipp16u *
     case L_OR: return ippsOr_16u(a, b, dst, len);
     case L_XOR: return ippsXor_16u(a, b, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus logic32u(LogicOp op, const Ipp32u *a, const Ipp32u *b, Ipp32u *dst, int len)
@@ -124,7 +128,7 @@ static IppStatus logic32u(LogicOp op, const Ipp32u *a, const Ipp32u *b, Ipp32u *
     case L_OR: return ippsOr_32u(a, b, dst, len);
     case L_XOR: return ippsXor_32u(a, b, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static HostValue logicArrayExport(HostCallbacks cb, ArgSeq args, LogicOp op)
@@ -148,13 +152,16 @@ static HostValue logicArrayExport(HostCallbacks cb, ArgSeq args, LogicOp op)
     b = orbSampleOf(cb, args[3], code, &lenB);
     if (!orbCountsAgree(cb, lenA == len && lenB == len))
         return args[1];
+    if (!orbAllFit(cb, &len, args, 1, 3, code))
+        return args[1];
     l = orbLen32(len);
-    if (code == DT_INT1)
-        status = logic8u(op, (const Ipp8u *)a, (const Ipp8u *)b, (Ipp8u *)dst, l);
-    else if (code == DT_INT2)
-        status = logic16u(op, (const Ipp16u *)a, (const Ipp16u *)b, (Ipp16u *)dst, l);
-    else
-        status = logic32u(op, (const Ipp32u *)a, (const Ipp32u *)b, (Ipp32u *)dst, l);
+    status = ORB_NO_KERNEL;
+    switch (orbDatatype(code)) {
+    case DT_INT1: status = logic8u(op, (const Ipp8u *)a, (const Ipp8u *)b, (Ipp8u *)dst, l); break;
+    case DT_INT2: status = logic16u(op, (const Ipp16u *)a, (const Ipp16u *)b, (Ipp16u *)dst, l); break;
+    case DT_INT4: status = logic32u(op, (const Ipp32u *)a, (const Ipp32u *)b, (Ipp32u *)dst, l); break;
+    case DT_ANYTHING: case DT_PAIR: case DT_INT8: case DT_FLOAT8: case DT_COMPLEX8: case DT_FLOAT4: break;
+    }
     if (status < 0)
         orbIppError(cb, status);
     return args[1];
@@ -194,12 +201,15 @@ ORB_API HostValue orbNot(HostCallbacks cb, ArgSeq args)
     src = orbSampleOf(cb, args[2], code, &len2);
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
-    if (code == DT_INT1)
-        status = ippsNot_8u((const Ipp8u *)src, (Ipp8u *)dst, orbLen32(len));
-    else if (code == DT_INT2)
-        status = ippsNot_16u((const Ipp16u *)src, (Ipp16u *)dst, orbLen32(len));
-    else
-        status = ippsNot_32u((const Ipp32u *)src, (Ipp32u *)dst, orbLen32(len));
+    if (!orbAllFit(cb, &len, args, 1, 2, code))
+        return args[1];
+    status = ORB_NO_KERNEL;
+    switch (orbDatatype(code)) {
+    case DT_INT1: status = ippsNot_8u((const Ipp8u *)src, (Ipp8u *)dst, orbLen32(len)); break;
+    case DT_INT2: status = ippsNot_16u((const Ipp16u *)src, (Ipp16u *)dst, orbLen32(len)); break;
+    case DT_INT4: status = ippsNot_32u((const Ipp32u *)src, (Ipp32u *)dst, orbLen32(len)); break;
+    case DT_ANYTHING: case DT_PAIR: case DT_INT8: case DT_FLOAT8: case DT_COMPLEX8: case DT_FLOAT4: break;
+    }
     if (status < 0)
         orbIppError(cb, status);
     return args[1];
@@ -231,16 +241,25 @@ static HostValue shiftExport(HostCallbacks cb, ArgSeq args, int left)
     src = orbSampleOf(cb, args[2], code, &len2);
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
+    if (!orbAllFit(cb, &len, args, 1, 2, code))
+        return args[1];
     l = orbLen32(len);
-    if (code == DT_INT1)
+    status = ORB_NO_KERNEL;
+    switch (orbDatatype(code)) {
+    case DT_INT1:
         status = left ? ippsLShiftC_8u((const Ipp8u *)src, s, (Ipp8u *)dst, l)
                       : ippsRShiftC_8u((const Ipp8u *)src, s, (Ipp8u *)dst, l);
-    else if (code == DT_INT2)
+        break;
+    case DT_INT2:
         status = left ? ippsLShiftC_16s((const Ipp16s *)src, s, (Ipp16s *)dst, l)
                       : ippsRShiftC_16s((const Ipp16s *)src, s, (Ipp16s *)dst, l);
-    else
+        break;
+    case DT_INT4:
         status = left ? ippsLShiftC_32s((const Ipp32s *)src, s, (Ipp32s *)dst, l)
                       : ippsRShiftC_32s((const Ipp32s *)src, s, (Ipp32s *)dst, l);
+        break;
+    case DT_ANYTHING: case DT_PAIR: case DT_INT8: case DT_FLOAT8: case DT_COMPLEX8: case DT_FLOAT4: break;
+    }
     if (status < 0)
         orbIppError(cb, status);
     return args[1];

@@ -14,7 +14,7 @@ static IppStatus unary32f(UnaryOp op, const Ipp32f *src, Ipp32f *dst, int len)
     case OP_LN: return ippsLn_32f(src, dst, len);
     case OP_ARCTAN: return ippsArctan_32f(src, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus unary64f(UnaryOp op, const Ipp64f *src, Ipp64f *dst, int len)
@@ -27,13 +27,24 @@ static IppStatus unary64f(UnaryOp op, const Ipp64f *src, Ipp64f *dst, int len)
     case OP_LN: return ippsLn_64f(src, dst, len);
     case OP_ARCTAN: return ippsArctan_64f(src, dst, len);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 /* Only the square and the square root have complex forms. */
 static IppStatus unary64fc(UnaryOp op, const Ipp64fc *src, Ipp64fc *dst, int len)
 {
-    return op == OP_SQR ? ippsSqr_64fc(src, dst, len) : ippsSqrt_64fc(src, dst, len);
+    switch (op) {
+    case OP_SQR: return ippsSqr_64fc(src, dst, len);
+    case OP_SQRT: return ippsSqrt_64fc(src, dst, len);
+    case OP_ABS: case OP_EXP: case OP_LN: case OP_ARCTAN: break;
+    }
+    return ORB_NO_KERNEL;
+}
+
+/* The family's datatypes. */
+static int unarySupports(UnaryOp op, int64_t code)
+{
+    return code == DT_FLOAT4 || code == DT_FLOAT8 || (code == DT_COMPLEX8 && (op == OP_SQR || op == OP_SQRT));
 }
 
 /* The family's shared body. Argument 2 is read with the accessor of
@@ -50,19 +61,21 @@ static HostValue unaryExport(HostCallbacks cb, ArgSeq args, UnaryOp op)
         return 0;
     }
     code = orbTarget(cb, args[1], &len, &dst);
-    if (code != DT_FLOAT4 && code != DT_FLOAT8 && !(code == DT_COMPLEX8 && (op == OP_SQR || op == OP_SQRT))) {
+    if (!unarySupports(op, code)) {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
     src = orbSampleOf(cb, args[2], code, &len2);
-    if (!orbCountsAgree(cb, len2 == len))
+    if (!orbCountsAgree(cb, len2 == len) || !orbAllFit(cb, &len, args, 1, 2, code))
         return args[1];
     if (code == DT_FLOAT4)
         status = unary32f(op, (const Ipp32f *)src, (Ipp32f *)dst, orbLen32(len));
     else if (code == DT_FLOAT8)
         status = unary64f(op, (const Ipp64f *)src, (Ipp64f *)dst, orbLen32(len));
-    else
+    else if (code == DT_COMPLEX8)
         status = unary64fc(op, (const Ipp64fc *)src, (Ipp64fc *)dst, orbLen32(len));
+    else
+        status = ORB_NO_KERNEL;
     if (status < 0)
         orbIppError(cb, status);
     return args[1];
@@ -108,6 +121,7 @@ ORB_API HostValue orbNormalise(HostCallbacks cb, ArgSeq args)
     Ipp64f sub, div;
     IppStatus status;
 
+    orbCallStart();
     orbInit(cb);
     n = HostNumArgs(cb, args);
     if (n != 4) {
@@ -120,7 +134,7 @@ ORB_API HostValue orbNormalise(HostCallbacks cb, ArgSeq args)
     len2 = HostRTableNumElements(cb, args[2]);
     sub = GetFloat8Value(cb, args[3]);
     div = GetFloat8Value(cb, args[4]);
-    if (!orbCountsAgree(cb, len2 == len))
+    if (!orbCountsAgree(cb, len2 == len) || !orbAllFit(cb, &len, args, 1, 2, DT_FLOAT8))
         return args[1];
     status = ippsNormalize_64f(src, dst, orbLen32(len), sub, div);
     if (status < 0)

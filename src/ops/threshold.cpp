@@ -14,7 +14,7 @@ static IppStatus thresh32f(ThreshOp op, const Ipp32f *s, Ipp32f *d, int len, Ipp
     case T_LTVAL: return ippsThreshold_LTVal_32f(s, d, len, level, value);
     case T_GTVAL: return ippsThreshold_GTVal_32f(s, d, len, level, value);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus thresh64f(ThreshOp op, const Ipp64f *s, Ipp64f *d, int len, Ipp64f level, Ipp64f value)
@@ -27,7 +27,7 @@ static IppStatus thresh64f(ThreshOp op, const Ipp64f *s, Ipp64f *d, int len, Ipp
     case T_LTVAL: return ippsThreshold_LTVal_64f(s, d, len, level, value);
     case T_GTVAL: return ippsThreshold_GTVal_64f(s, d, len, level, value);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus thresh64fc(ThreshOp op, const Ipp64fc *s, Ipp64fc *d, int len, Ipp64f level, Ipp64fc value)
@@ -37,9 +37,9 @@ static IppStatus thresh64fc(ThreshOp op, const Ipp64fc *s, Ipp64fc *d, int len, 
     case T_GT: return ippsThreshold_GT_64fc(s, d, len, level);
     case T_LTVAL: return ippsThreshold_LTVal_64fc(s, d, len, level, value);
     case T_GTVAL: return ippsThreshold_GTVal_64fc(s, d, len, level, value);
-    default: break;
+    case T_LTABS: case T_GTABS: break;
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus thresh16s(ThreshOp op, const Ipp16s *s, Ipp16s *d, int len, Ipp16s level, Ipp16s value)
@@ -52,7 +52,7 @@ static IppStatus thresh16s(ThreshOp op, const Ipp16s *s, Ipp16s *d, int len, Ipp
     case T_LTVAL: return ippsThreshold_LTVal_16s(s, d, len, level, value);
     case T_GTVAL: return ippsThreshold_GTVal_16s(s, d, len, level, value);
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
 static IppStatus thresh32s(ThreshOp op, const Ipp32s *s, Ipp32s *d, int len, Ipp32s level)
@@ -62,12 +62,12 @@ static IppStatus thresh32s(ThreshOp op, const Ipp32s *s, Ipp32s *d, int len, Ipp
     case T_GT: return ippsThreshold_GT_32s(s, d, len, level);
     case T_LTABS: return ippsThreshold_LTAbs_32s(s, d, len, level);
     case T_GTABS: return ippsThreshold_GTAbs_32s(s, d, len, level);
-    default: break;
+    case T_LTVAL: case T_GTVAL: break;
     }
-    return ippStsNoErr;
+    return ORB_NO_KERNEL;
 }
 
-/* Which datatypes each form has. */
+/* Which datatypes each form has: the family's one list. */
 static int threshSupported(ThreshOp op, int64_t code)
 {
     int val = op == T_LTVAL || op == T_GTVAL;
@@ -82,6 +82,12 @@ static int threshSupported(ThreshOp op, int64_t code)
     }
 }
 
+/* The count check, then whether the kernel may run (see orbFits). */
+static int threshReady(HostCallbacks cb, ArgSeq args, int64_t code, int64_t *len, int64_t len2)
+{
+    return orbCountsAgree(cb, len2 == *len) && orbAllFit(cb, len, args, 1, 2, code);
+}
+
 /* The one-level and replacement-value forms read their scalars before the
  * counts are compared. */
 static HostValue thresholdExport(HostCallbacks cb, ArgSeq args, ThreshOp op)
@@ -90,7 +96,6 @@ static HostValue thresholdExport(HostCallbacks cb, ArgSeq args, ThreshOp op)
     int64_t n = orbBegin(cb, args);
     int64_t code, len, len2;
     void *dst, *src;
-    int l;
     IppStatus status;
 
     if (n != (val ? 4 : 3)) {
@@ -103,38 +108,39 @@ static HostValue thresholdExport(HostCallbacks cb, ArgSeq args, ThreshOp op)
         return args[1];
     }
     src = orbSampleOf(cb, args[2], code, &len2);
-    l = orbLen32(len);
     if (code == DT_FLOAT4) {
         Ipp32f level = GetFloat4Value(cb, args[3]);
         Ipp32f value = val ? GetFloat4Value(cb, args[4]) : 0;
-        if (!orbCountsAgree(cb, len2 == len))
+        if (!threshReady(cb, args, code, &len, len2))
             return args[1];
-        status = thresh32f(op, (const Ipp32f *)src, (Ipp32f *)dst, l, level, value);
+        status = thresh32f(op, (const Ipp32f *)src, (Ipp32f *)dst, orbLen32(len), level, value);
     } else if (code == DT_FLOAT8) {
         Ipp64f level = GetFloat8Value(cb, args[3]);
         Ipp64f value = val ? GetFloat8Value(cb, args[4]) : 0;
-        if (!orbCountsAgree(cb, len2 == len))
+        if (!threshReady(cb, args, code, &len, len2))
             return args[1];
-        status = thresh64f(op, (const Ipp64f *)src, (Ipp64f *)dst, l, level, value);
+        status = thresh64f(op, (const Ipp64f *)src, (Ipp64f *)dst, orbLen32(len), level, value);
     } else if (code == DT_COMPLEX8) {
         Ipp64fc value = {0, 0};
         Ipp64f level = GetFloat8Value(cb, args[3]);
         if (val)
             value = GetComplex8Value(cb, args[4]);
-        if (!orbCountsAgree(cb, len2 == len))
+        if (!threshReady(cb, args, code, &len, len2))
             return args[1];
-        status = thresh64fc(op, (const Ipp64fc *)src, (Ipp64fc *)dst, l, level, value);
+        status = thresh64fc(op, (const Ipp64fc *)src, (Ipp64fc *)dst, orbLen32(len), level, value);
     } else if (code == DT_INT2) {
         Ipp16s level = GetInt2Value(cb, args[3]);
         Ipp16s value = val ? GetInt2Value(cb, args[4]) : 0;
-        if (!orbCountsAgree(cb, len2 == len))
+        if (!threshReady(cb, args, code, &len, len2))
             return args[1];
-        status = thresh16s(op, (const Ipp16s *)src, (Ipp16s *)dst, l, level, value);
-    } else {
+        status = thresh16s(op, (const Ipp16s *)src, (Ipp16s *)dst, orbLen32(len), level, value);
+    } else if (code == DT_INT4) {
         Ipp32s level = GetInt4Value(cb, args[3]);
-        if (!orbCountsAgree(cb, len2 == len))
+        if (!threshReady(cb, args, code, &len, len2))
             return args[1];
-        status = thresh32s(op, (const Ipp32s *)src, (Ipp32s *)dst, l, level);
+        status = thresh32s(op, (const Ipp32s *)src, (Ipp32s *)dst, orbLen32(len), level);
+    } else {
+        status = ORB_NO_KERNEL;
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -192,7 +198,7 @@ ORB_API HostValue orbThresholdLTGTVal(HostCallbacks cb, ArgSeq args)
         return args[1];
     }
     src = orbSampleOf(cb, args[2], code, &len2);
-    if (!orbCountsAgree(cb, len2 == len))
+    if (!orbCountsAgree(cb, len2 == len) || !orbAllFit(cb, &len, args, 1, 2, code))
         return args[1];
     l = orbLen32(len);
     if (code == DT_FLOAT4) {
@@ -210,11 +216,13 @@ ORB_API HostValue orbThresholdLTGTVal(HostCallbacks cb, ArgSeq args)
         for (int i = 0; i < 4; ++i)
             v[i] = GetInt2Value(cb, args[3 + i]);
         status = ippsThreshold_LTValGTVal_16s((const Ipp16s *)src, (Ipp16s *)dst, l, v[0], v[1], v[2], v[3]);
-    } else {
+    } else if (code == DT_INT4) {
         Ipp32s v[4];
         for (int i = 0; i < 4; ++i)
             v[i] = GetInt4Value(cb, args[3 + i]);
         status = ippsThreshold_LTValGTVal_32s((const Ipp32s *)src, (Ipp32s *)dst, l, v[0], v[1], v[2], v[3]);
+    } else {
+        status = ORB_NO_KERNEL;
     }
     if (status < 0)
         orbIppError(cb, status);
@@ -244,12 +252,16 @@ ORB_API HostValue orbThresholdLTInv(HostCallbacks cb, ArgSeq args)
     if (!orbCountsAgree(cb, len2 == len))
         return args[1];
     level = GetFloat4Value(cb, args[3]);
+    if (!orbAllFit(cb, &len, args, 1, 2, code))
+        return args[1];
     if (code == DT_FLOAT4)
         status = ippsThreshold_LTInv_32f((const Ipp32f *)src, (Ipp32f *)dst, orbLen32(len), level);
     else if (code == DT_FLOAT8)
         status = ippsThreshold_LTInv_64f((const Ipp64f *)src, (Ipp64f *)dst, orbLen32(len), level);
-    else
+    else if (code == DT_COMPLEX8)
         status = ippsThreshold_LTInv_64fc((const Ipp64fc *)src, (Ipp64fc *)dst, orbLen32(len), level);
+    else
+        status = ORB_NO_KERNEL;
     if (status < 0)
         orbIppError(cb, status);
     return args[1];
