@@ -1,87 +1,54 @@
-// The call frame: initialisation, error reporting, the informational exports,
-// and a raise that jumps out of library code.
+// The call frame: initialisation, error reporting and the informational exports.
 #include <gtest/gtest.h>
 
 #include "support.h"
 
-using orbhost::CallResult;
-using orbhost::ErrorMode;
-using orbhost::Host;
-using orbhost::Value;
+using namespace orbtest;
 
 namespace {
 
-TEST(Frame, IppErrorRaisesTheBackendTextForAnyStatus)
+TEST(Frame, IppErrorRaisesForAnyStatusAndInitSucceeds)
 {
     Host h;
-    for (IppStatus s : {ippStsSizeErr, ippStsNullPtrErr, ippStsNoErr, ippStsDivByZero, -123456}) {
+    // Zero and warnings are raised too; each status with its own text.
+    for (IppStatus s : {ippStsSizeErr, ippStsNoErr, ippStsDivByZero, -123456}) {
         CallResult r = h.protect([&]() -> Value { orbIppError(h.callbacks(), s); return 1; });
         EXPECT_TRUE(r.raised);
-        EXPECT_EQ(r.error, std::string("IPP Error: ") + ippGetStatusString(s));
+        EXPECT_EQ(r.error, ippError(s));
         EXPECT_EQ(r.result, 0u);  // nothing after the raise ran
     }
-    // A returning raise comes back to the caller.
     h.setErrorMode(ErrorMode::Return);
     CallResult r = h.protect([&]() -> Value { orbIppError(h.callbacks(), ippStsSizeErr); return 7; });
     EXPECT_EQ(r.result, 7u);
     EXPECT_EQ(r.errors.size(), 1u);
-}
-
-TEST(Frame, InitSucceedsEveryTime)
-{
-    Host h;
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 2; ++i)
         EXPECT_GE(orbInit(h.callbacks()), 0);
 }
 
-TEST(Frame, VersionJoinsTheThreeTexts)
+TEST(Frame, InformationalExportsIgnoreTheirArguments)
 {
     Host h;
     const IppLibraryVersion *v = ippsGetLibVersion();
-    std::string want = std::string(v->Name) + ", " + v->Version + ", " + v->BuildDate;
     for (size_t n : {0, 1, 3}) {
         std::vector<Value> args(n, h.name("ignored"));
         CallResult r = h.call(orbGetIPPVersion, args);
         ASSERT_FALSE(r.raised) << r.error;
-        EXPECT_EQ(h.text(r.result), want);
+        // Name, version and build date: three non-empty fields.
+        std::string text = h.text(r.result);
+        size_t a = text.find(", "), b = text.find(", ", a + 2);
+        ASSERT_TRUE(a != std::string::npos && b != std::string::npos) << text;
+        EXPECT_TRUE(a > 0 && b > a + 2 && b + 2 < text.size() && text.find(", ", b + 2) == std::string::npos) << text;
+        EXPECT_EQ(text.find(std::to_string(v->major) + "." + std::to_string(v->minor) + ".", a), a + 2) << text;
+
+        r = h.call(orbGetEnabledCPUFeatures, args);
+        ASSERT_FALSE(r.raised) << r.error;
+        EXPECT_EQ((Ipp64u)h.toInteger(r.result), ippGetEnabledCpuFeatures());
     }
-}
-
-TEST(Frame, FeaturesAreTheBackendMaskWhateverTheArguments)
-{
-    Host h;
-    CallResult r = h.call(orbGetEnabledCPUFeatures, {h.string("x"), h.integer(2)});
-    ASSERT_FALSE(r.raised) << r.error;
-    EXPECT_EQ((Ipp64u)h.toInteger(r.result), ippGetEnabledCpuFeatures());
-}
-
-TEST(Frame, NegativeCountsAreImpossible)
-{
-    Host h;
     h.forceNumArgs(-1);
     EXPECT_EQ(h.call(orbGetIPPVersion, {}).error, "impossible number of arguments");
     EXPECT_EQ(h.call(orbGetEnabledCPUFeatures, {}).error, "impossible number of arguments");
     h.setErrorMode(ErrorMode::Return);
-    CallResult r = h.call(orbGetIPPVersion, {});
-    EXPECT_EQ(r.result, 0u);
-}
-
-TEST(Frame, RaiseFromAPlainHelperJumpsBackToTheHost)
-{
-    Host h;
-    int reached = 0;
-    CallResult r = h.protect([&]() -> Value {
-        GetInt(h.callbacks(), h.float64(0.5));
-        reached = 1;
-        return 1;
-    });
-    EXPECT_TRUE(r.raised);
-    EXPECT_EQ(reached, 0);
-    EXPECT_EQ(r.error, "expecting an integer, but received 0.5");
-    // The host is usable after the jump, and a later call is unaffected.
-    CallResult ok = h.protect([&]() -> Value { return (Value)GetInt(h.callbacks(), h.integer(9)); });
-    EXPECT_FALSE(ok.raised);
-    EXPECT_EQ(ok.result, 9u);
+    EXPECT_EQ(h.call(orbGetIPPVersion, {}).result, 0u);
 }
 
 }  // namespace

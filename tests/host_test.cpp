@@ -68,15 +68,12 @@ TEST_F(HostValues, IntegersAreImmediateUntilTheyNeedABox) {
             EXPECT_TRUE(cb<TestFn>(t, 18)(v)) << k;
             EXPECT_EQ(h.print(v), std::to_string(k));
         }
-    EXPECT_EQ(Host::kindOf(h.integer(-5)), 1u);
-    EXPECT_EQ(Host::kindOf(h.integer(lo)), 1u);
-    EXPECT_EQ(Host::kindOf(h.integer(hi)), 2u);
+    EXPECT_EQ((std::vector<uint32_t>{Host::kindOf(h.integer(-5)), Host::kindOf(h.integer(lo)), Host::kindOf(h.integer(hi))}),
+              (std::vector<uint32_t>{1, 1, 2}));
 
     // Range tests at both ends; narrowing keeps the low bits.
-    const struct {
-        int position;
-        int64_t lo, hi;
-    } ranges[] = {{15, INT8_MIN, INT8_MAX}, {16, INT16_MIN, INT16_MAX}, {17, INT32_MIN, INT32_MAX}};
+    const struct { int position; int64_t lo, hi; } ranges[] = {
+        {15, INT8_MIN, INT8_MAX}, {16, INT16_MIN, INT16_MAX}, {17, INT32_MIN, INT32_MAX}};
     for (auto r : ranges) {
         auto test = cb<TestFn>(t, r.position);
         EXPECT_TRUE(test(h.integer(r.lo)) && test(h.integer(r.hi))) << r.position;
@@ -203,11 +200,9 @@ TEST_F(HostValues, PrintedForms) {
     EXPECT_EQ(h.print(h.float64(-0.0)), "-0.0");
     EXPECT_EQ(h.print(h.float64(INFINITY)), "inf");
     EXPECT_EQ(h.print(h.float64(-INFINITY)), "-inf");
-    EXPECT_EQ(h.print(h.integer(-42)), "-42");
     EXPECT_EQ(h.print(h.complex(1, -2)), "1.0-2.0i");
     EXPECT_EQ(h.print(h.complex(0.5, 0)), "0.5+0.0i");
     EXPECT_EQ(h.print(h.string("a\"b")), "\"a\\\"b\"");
-    EXPECT_EQ(h.print(h.name("gofast")), "gofast");
     EXPECT_EQ(h.print(h.list({h.integer(1), h.string("s"), h.list({})})), "[1, \"s\", []]");
     EXPECT_EQ(h.print(h.exprseq({h.integer(1), h.integer(2)})), "1, 2");
     EXPECT_EQ(h.print(h.sum(h.name("a"), 2, h.product(h.name("b"), 1, h.name("c"), -1), -1)), "2*a - b*c^(-1)");
@@ -221,7 +216,6 @@ TEST_F(HostValues, PrintedForms) {
     EXPECT_EQ(h.print(h.rtable1(1, 1, pair)), "rtable(complex(anything), 1..1, [1+y*I])");
     EXPECT_EQ(h.print(h.rtable1(5, 0)), "rtable(integer[8], 1..0, [])");
     EXPECT_EQ(h.messageForm(h.string("bare")), "bare");
-    EXPECT_EQ(h.messageForm(h.name("n")), "n");
 }
 
 using HostRTable = HostTest;

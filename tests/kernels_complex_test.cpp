@@ -41,10 +41,9 @@ TEST_P(KernelsComplex, MovesAndConjugates)
     sweep::Run<double>(
         kLen, ippStsNoErr, [&](int n, double *r, double *m) { return ippsCplxToReal_64fc(z.data(), r, m, n); },
         [&](size_t i, double r, double m) { return Is(Same(r, z[i].re) && Same(m, z[i].im), C{r, m}, z[i]); });
-    sweep::Run<double>(kLen, ippStsNoErr, [&](int n, double *o, double *) { return ippsReal_64fc(z.data(), o, n); },
-                       [&](size_t i, double got, double) { return SameAs(got, z[i].re); });
-    sweep::Run<double>(kLen, ippStsNoErr, [&](int n, double *o, double *) { return ippsImag_64fc(z.data(), o, n); },
-                       [&](size_t i, double got, double) { return SameAs(got, z[i].im); });
+    for (auto [fn, part] : {std::pair{&ippsReal_64fc, &C::re}, {&ippsImag_64fc, &C::im}})
+        sweep::Run<double>(kLen, ippStsNoErr, [&](int n, double *o, double *) { return fn(z.data(), o, n); },
+                           [&](size_t i, double got, double) { return SameAs(got, z[i].*part); });
     for (int absent = 0; absent < 3; ++absent) {  // an absent part reads as zeros
         const double *pr = absent == 1 ? nullptr : re.data(), *pi = absent == 2 ? nullptr : im.data();
         sweep::Run<C>(kLen, ippStsNoErr, [&](int n, C *o, C *) { return ippsRealToCplx_64f(pr, pi, o, n); },
@@ -72,8 +71,15 @@ void SpecialPairs(std::vector<T> &re, std::vector<T> &im)
 template <typename T>
 using SplitFn = IppStatus (*)(const T *, const T *, T *, int);
 
-// Magnitude within 1 ulp of hypot, phase within 2 ulps of atan2 and with
-// its sign where it is zero, power spectrum with or without a fused add.
+// The phase in (-pi, pi]: atan2, but +pi where it would be -pi (a zero
+// imaginary part of either sign and a real part with its sign bit set).
+long double Phase(long double re, long double im)
+{
+    return im == 0 && signbit(re) && !isnan(re) ? M_PIl : atan2l(im, re);
+}
+
+// Magnitude within 1 ulp of hypot, phase within 2 ulps (zeros with their
+// signs), power spectrum with or without a fused add.
 template <typename T>
 void CheckSplitForms(SplitFn<T> magn, SplitFn<T> phase, SplitFn<T> power)
 {
@@ -91,8 +97,8 @@ void CheckSplitForms(SplitFn<T> magn, SplitFn<T> phase, SplitFn<T> power)
         return Is(Ulps(got, h) <= 1, got, T(h));
     });
     check(phase, [&](size_t i, T got) {
-        const long double a = atan2l(im[i], re[i]);
-        return Is(Ulps(got, a) <= 2 && (a != 0 || Same(got, T(a))), got, T(a));
+        const long double a = Phase(re[i], im[i]);
+        return Is(Ulps(got, a) <= 2, got, T(a));
     });
     check(power, [&](size_t i, T got) {
         const T fused = std::fma(re[i], re[i], T(im[i] * im[i]));
@@ -153,14 +159,56 @@ TEST_P(KernelsComplex, PolarToCartesian)
         [&](size_t i, double x, double y) { return near(i, x, y); });
 }
 
+// Where the range ends: the negative real axis, from either side of its
+// zero, and the four signed zeros, in every phase-producing form; among
+// values of the main loop and in the partial vector at the end.
+template <typename T>
+void CheckPhaseEdges(IppStatus (*phase)(const T *, const T *, T *, int))
+{
+    const T pi = T(M_PIl), inf = std::numeric_limits<T>::infinity();
+    const T in[][3] = {{-1, -0.0, pi},  {-1, 0, pi},      {T(-1e-30), -0.0, pi}, {-inf, -0.0, pi}, {-0.0, -0.0, pi},
+                       {-0.0, 0, pi},   {0, -0.0, -0.0},  {0, 0, 0},             {1, -0.0, -0.0},  {5, 0, 0},
+                       {-1, T(-1e-30), -pi}};
+    std::vector<T> re, im, want;
+    for (int rep = 0; rep < 4; ++rep)
+        for (const auto &v : in) re.push_back(v[0]), im.push_back(v[1]), want.push_back(v[2]);
+    const int n = int(re.size()) - 1;
+    std::vector<T> got(n);
+    ASSERT_EQ(phase(re.data(), im.data(), got.data(), n), ippStsNoErr);
+    for (int i = 0; i < n; ++i)
+        ASSERT_TRUE(sweep::SameAs(got[i], want[i])) << sizeof(T) * 8 << "-bit phase of " << re[i] << " + " << im[i] << "i";
+}
+
+// The interleaved and two-output forms, on parts given as two arrays.
+IppStatus CartToPolarPhase(const double *re, const double *im, double *phase, int n)
+{
+    std::vector<double> m(n);
+    return ippsCartToPolar_64f(re, im, m.data(), phase, n);
+}
+template <bool kPolar>
+IppStatus InterleavedPhase(const double *re, const double *im, double *phase, int n)
+{
+    std::vector<Ipp64fc> z(n);
+    std::vector<double> m(n);
+    ippsRealToCplx_64f(re, im, z.data(), n);
+    return kPolar ? ippsCartToPolar_64fc(z.data(), m.data(), phase, n) : ippsPhase_64fc(z.data(), phase, n);
+}
+
+TEST_P(KernelsComplex, PhaseIsInMinusPiToPi)
+{
+    CheckPhaseEdges<float>(ippsPhase_32f);
+    CheckPhaseEdges<double>(ippsPhase_64f);
+    CheckPhaseEdges<double>(CartToPolarPhase);
+    CheckPhaseEdges<double>(InterleavedPhase<false>);
+    CheckPhaseEdges<double>(InterleavedPhase<true>);
+}
+
 TEST(KernelsComplexStatus, NullPointersThenLengths)
 {
-#define S(fn) sweep::ExpectStatuses(#fn, fn)
-    S(ippsConj_64fc), S(ippsConjFlip_64fc), S(ippsReal_64fc), S(ippsImag_64fc), S(ippsCplxToReal_64fc);
-    S(ippsMagnitude_64fc), S(ippsMagnitude_32f), S(ippsMagnitude_64f), S(ippsPhase_64fc), S(ippsPhase_32f);
-    S(ippsPhase_64f), S(ippsPowerSpectr_64fc), S(ippsPowerSpectr_32f), S(ippsPowerSpectr_64f);
-    S(ippsCartToPolar_64fc), S(ippsCartToPolar_64f), S(ippsPolarToCart_64fc), S(ippsPolarToCart_64f);
-#undef S
+    ORB_EXPECT_STATUSES(ippsConj_64fc, ippsConjFlip_64fc, ippsReal_64fc, ippsImag_64fc, ippsCplxToReal_64fc,
+                        ippsMagnitude_64fc, ippsMagnitude_32f, ippsMagnitude_64f, ippsPhase_64fc, ippsPhase_32f,
+                        ippsPhase_64f, ippsPowerSpectr_64fc, ippsPowerSpectr_32f, ippsPowerSpectr_64f,
+                        ippsCartToPolar_64fc, ippsCartToPolar_64f, ippsPolarToCart_64fc, ippsPolarToCart_64f);
     // RealToCplx needs a destination and at least one source.
     double r[2] = {1, 2};
     Ipp64fc z[2];

@@ -168,19 +168,6 @@ TEST_P(KernelsConvert, ScaledToIntegerRoundByModeThenSaturate)
     }, {ippRndNear});
 }
 
-TEST_P(KernelsConvert, RoundingModesAtHalves)
-{
-    // Spot values, independent of the reference above.
-    const Ipp32f in[] = {2.5f, 3.5f, -2.5f, -3.5f, 0.49999997f, -0.5f, 1.5f};
-    const Ipp16s want[3][7] = {{2, 3, -2, -3, 0, 0, 1}, {2, 4, -2, -4, 0, 0, 2}, {3, 4, -3, -4, 0, -1, 2}};
-    const IppRoundMode modes[3] = {ippRndZero, ippRndNear, ippRndFinancial};
-    for (int m = 0; m < 3; ++m) {
-        Ipp16s out[7];
-        ASSERT_EQ(ippsConvert_32f16s_Sfs(in, out, 7, modes[m], 0), ippStsNoErr);
-        for (int i = 0; i < 7; ++i) EXPECT_EQ(out[i], want[m][i]) << "mode " << modes[m] << " at " << in[i];
-    }
-}
-
 TEST_P(KernelsConvert, SwapBytesReversesEachItem)
 {
     sweep::Map(Edges<Ipp16u>(), ippsSwapBytes_16u, [](Ipp16u x) { return Ipp16u(x << 8 | x >> 8); }, true, true);
@@ -195,31 +182,29 @@ TEST_P(KernelsConvert, SwapBytesReversesEachItem)
 
 TEST(KernelsConvertStatus, PointersBeforeLengthBeforeMode)
 {
-#define S(fn) sweep::ExpectStatuses(#fn, fn)
-    S(ippsConvert_8s32f), S(ippsConvert_16s32f), S(ippsConvert_32s32f), S(ippsConvert_64f32f);
-    S(ippsConvert_32f64f), S(ippsConvert_32s64f), S(ippsConvert_32s16s), S(ippsSwapBytes_16u);
-    S(ippsSwapBytes_24u), S(ippsSwapBytes_32u), S(ippsSwapBytes_64u);
-#undef S
+    ORB_EXPECT_STATUSES(ippsConvert_8s32f, ippsConvert_16s32f, ippsConvert_32s32f, ippsConvert_64f32f,
+                        ippsConvert_32f64f, ippsConvert_32s64f, ippsConvert_32s16s, ippsSwapBytes_16u,
+                        ippsSwapBytes_24u, ippsSwapBytes_32u, ippsSwapBytes_64u);
     Ipp32f f[2] = {1, 2};
     Ipp16s s[2];
     Ipp64s l[2] = {1, 2};
     Ipp32s i[2];
-    Ipp64f d[2];
-    EXPECT_EQ(ippsConvert_32f16s_Sfs(nullptr, s, 2, ippRndNear, 0), ippStsNullPtrErr);
-    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, nullptr, 0, IppRoundMode(7), 0), ippStsNullPtrErr);
-    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, s, 0, IppRoundMode(7), 0), ippStsSizeErr);
-    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, s, 2, IppRoundMode(7), 0), ippStsRoundModeNotSupportedErr);
+    const IppRoundMode bad = IppRoundMode(7), near = ippRndNear;
+    EXPECT_EQ(ippsConvert_32f16s_Sfs(nullptr, s, 2, near, 0), ippStsNullPtrErr);
+    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, nullptr, 0, bad, 0), ippStsNullPtrErr);
+    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, s, 0, bad, 0), ippStsSizeErr);
+    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, s, 2, bad, 0), ippStsRoundModeNotSupportedErr);
     EXPECT_EQ(ippsConvert_64s32s_Sfs(l, i, 2, IppRoundMode(3), 0), ippStsRoundModeNotSupportedErr);
-    EXPECT_EQ(ippsConvert_64s32s_Sfs(l, i, -1, ippRndNear, 0), ippStsSizeErr);
-    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, s, 2, IppRoundMode(ippRndNear | ippRndHintAccurate), 0), ippStsNoErr);
-    // Unsigned lengths: 0 is the size error.
-    EXPECT_EQ(ippsConvert_16s8s_Sfs(s, nullptr, 2, ippRndNear, 0), ippStsNullPtrErr);
-    EXPECT_EQ(ippsConvert_16s8s_Sfs(s, reinterpret_cast<Ipp8s *>(i), 0u, ippRndNear, 0), ippStsSizeErr);
-    EXPECT_EQ(ippsConvert_64f64s_Sfs(nullptr, l, 1u, ippRndNear, 0), ippStsNullPtrErr);
-    EXPECT_EQ(ippsConvert_64s64f(l, d, 0u), ippStsSizeErr);
-    EXPECT_EQ(ippsConvert_64s64f(l, nullptr, 1u), ippStsNullPtrErr);
+    EXPECT_EQ(ippsConvert_64s32s_Sfs(l, i, -1, bad, 0), ippStsSizeErr);
+    EXPECT_EQ(ippsConvert_32f16s_Sfs(f, s, 2, IppRoundMode(near | ippRndHintAccurate), 0), ippStsNoErr);
     EXPECT_EQ(ippsConvert_32s16s_Sfs(i, s, 0, 0), ippStsSizeErr);
     EXPECT_EQ(ippsConvert_16s32f_Sfs(s, nullptr, 1, 0), ippStsNullPtrErr);
+    // Unsigned lengths: 0 is the size error.
+    EXPECT_EQ(ippsConvert_16s8s_Sfs(s, nullptr, 2, near, 0), ippStsNullPtrErr);
+    EXPECT_EQ(ippsConvert_16s8s_Sfs(s, reinterpret_cast<Ipp8s *>(i), 0u, near, 0), ippStsSizeErr);
+    EXPECT_EQ(ippsConvert_64f64s_Sfs(nullptr, l, 1u, near, 0), ippStsNullPtrErr);
+    EXPECT_EQ(ippsConvert_64s64f(l, reinterpret_cast<Ipp64f *>(i), 0u), ippStsSizeErr);
+    EXPECT_EQ(ippsConvert_64s64f(l, nullptr, 1u), ippStsNullPtrErr);
 }
 
 }  // namespace

@@ -91,13 +91,11 @@ TEST_P(KernelsLogic, ShiftsAtAndPastTheWidth)
 
 TEST(KernelsLogicStatus, NullPointersThenLengthsThenShift)
 {
-#define S(fn) sweep::ExpectStatuses(#fn, fn)
-    S(ippsAndC_8u), S(ippsAndC_16u), S(ippsAndC_32u), S(ippsOrC_8u), S(ippsOrC_16u), S(ippsOrC_32u);
-    S(ippsXorC_8u), S(ippsXorC_16u), S(ippsXorC_32u), S(ippsAnd_8u), S(ippsAnd_16u), S(ippsAnd_32u);
-    S(ippsOr_8u), S(ippsOr_16u), S(ippsOr_32u), S(ippsXor_8u), S(ippsXor_16u), S(ippsXor_32u);
-    S(ippsNot_8u), S(ippsNot_16u), S(ippsNot_32u), S(ippsLShiftC_8u), S(ippsLShiftC_16s), S(ippsLShiftC_32s);
-    S(ippsRShiftC_8u), S(ippsRShiftC_16s), S(ippsRShiftC_32s);
-#undef S
+    ORB_EXPECT_STATUSES(ippsAndC_8u, ippsAndC_16u, ippsAndC_32u, ippsOrC_8u, ippsOrC_16u, ippsOrC_32u, ippsXorC_8u,
+                        ippsXorC_16u, ippsXorC_32u, ippsAnd_8u, ippsAnd_16u, ippsAnd_32u, ippsOr_8u, ippsOr_16u,
+                        ippsOr_32u, ippsXor_8u, ippsXor_16u, ippsXor_32u, ippsNot_8u, ippsNot_16u, ippsNot_32u,
+                        ippsLShiftC_8u, ippsLShiftC_16s, ippsLShiftC_32s, ippsRShiftC_8u, ippsRShiftC_16s,
+                        ippsRShiftC_32s);
     Ipp16s s[1] = {1};
     EXPECT_EQ(ippsLShiftC_16s(s, -1, nullptr, 1), ippStsNullPtrErr);
     EXPECT_EQ(ippsLShiftC_16s(s, -1, s, 0), ippStsSizeErr);

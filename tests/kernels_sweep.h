@@ -12,6 +12,7 @@
 #include <limits>
 #include <random>
 #include <sstream>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -53,11 +54,12 @@ template <typename T>
 template <typename T>
 ::testing::AssertionResult SameAs(T got, T want) { return Is(Same(got, want), got, want); }
 
-// Error of got in units in the last place of T at the exact value ref.
+// Error of got in units in the last place of T at the exact value ref;
+// NaN, infinities and zeros (with their signs) must match exactly.
 template <typename T>
 double Ulps(T got, long double ref)
 {
-    if (isnan(ref) || isinf(T(ref)) || isinf(got)) return Same(got, T(ref)) ? 0 : INFINITY;
+    if (isnan(ref) || isinf(T(ref)) || isinf(got) || ref == 0) return Same(got, T(ref)) ? 0 : INFINITY;
     int e;
     frexpl(ref, &e);
     using L = std::numeric_limits<T>;
@@ -98,9 +100,9 @@ struct StreamAll {
 
 // Runs call(len, out0, out1) -> IppStatus at every length, with the outputs
 // 0, 1 and 3 elements past a 64-byte boundary, cached and under StreamAll;
-// checks the status, check(i, out0[i], out1[i]) for
-// every element and that the bytes around both outputs are untouched.
-// Single-output calls ignore out1. Stops at the first failure.
+// checks the status, check(i, out0[i], out1[i]) for every element and that
+// the bytes around both outputs are untouched. Single-output calls ignore
+// out1. Stops at the first failure.
 template <typename O, class Call, class Check>
 void Run(int max_len, IppStatus want, Call call, Check check)
 {
@@ -192,6 +194,17 @@ void ExpectStatuses(const char *name, IppStatus (*fn)(A...))
     EXPECT_EQ(call(kArgs, 0), ippStsSizeErr) << name;
     EXPECT_EQ(call(kArgs, -1), ippStsSizeErr) << name;
     EXPECT_GE(call(kArgs, 4), ippStsNoErr) << name;
+}
+
+// ExpectStatuses for each function named.
+#define ORB_EXPECT_STATUSES(...) sweep::ExpectStatusesOf(#__VA_ARGS__, __VA_ARGS__)
+template <class... Fn>
+void ExpectStatusesOf(const char *names, Fn... fn)
+{
+    std::istringstream list(names);
+    std::string name;
+    auto next = [&] { return std::getline(list >> std::ws, name, ','), name.c_str(); };
+    (ExpectStatuses(next(), fn), ...);
 }
 
 }  // namespace sweep

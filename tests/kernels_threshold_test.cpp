@@ -1,5 +1,5 @@
-// Thresholds on every compiled Highway target against scalar rules, at,
-// just below and just above the level.
+// Thresholds on every compiled Highway target against the documented rules,
+// at, just below and just above the level, at every length and in place.
 #include "dispatch.h"  // first: the kernels' target set
 
 #include <hwy/tests/hwy_gtest.h>
@@ -42,7 +42,7 @@ std::vector<T> Around(T level)
     return v;
 }
 
-// Every length, out of place and in place.
+// fn(pSrc, pDst, len) against rule(x): every length, out of place and in place.
 template <typename T, class Fn, class Rule>
 void CheckMap(const std::vector<T> &in, Fn fn, Rule rule)
 {
@@ -52,63 +52,53 @@ void CheckMap(const std::vector<T> &in, Fn fn, Rule rule)
 class KernelsThreshold : public hwy::TestWithParamTarget {};
 HWY_TARGET_INSTANTIATE_TEST_SUITE_P(KernelsThreshold);
 
-// level with the sign of x (the sign bit for floating x, so -0 gives -level).
-template <typename T>
-T SignedLevel(T x, T level)
-{
-    if constexpr (Lim<T>::is_integer) return x < 0 ? T(-level) : level;
-    else return copysign(level, x);
-}
-
 template <typename T>
 using Fn1 = IppStatus (*)(const T *, T *, int, T);
-
 template <typename T>
-void CheckReal(Fn1<T> lt, Fn1<T> gt, Fn1<T> lt_abs, Fn1<T> gt_abs, IppStatus (*band)(const T *, T *, int, T, T, T, T),
-               T level)
+using FnVal = IppStatus (*)(const T *, T *, int, T, T);
+
+// LT, GT, LTAbs, GTAbs, the band and, where the type has them, LTVal and
+// GTVal. The Abs forms give the level the sign of x (its sign bit for
+// floating x, so -0 gives -level), with |x| taken in a wider type: the
+// most negative integer's magnitude does not fit its own.
+template <typename T>
+void CheckReal(const Fn1<T> (&fns)[4], IppStatus (*band)(const T *, T *, int, T, T, T, T), FnVal<T> lt_val,
+               FnVal<T> gt_val, T level)
 {
     const std::vector<T> in = Around(level);
     const auto with = [=](Fn1<T> f) { return [=](const T *s, T *d, int n) { return f(s, d, n, level); }; };
-    CheckMap(in, with(lt), [=](T x) { return x < level ? level : x; });
-    CheckMap(in, with(gt), [=](T x) { return x > level ? level : x; });
-    // |x| in a wider type: the most negative integer's magnitude is large.
-    CheckMap(in, with(lt_abs), [=](T x) { return fabsl((long double)x) < level ? SignedLevel(x, level) : x; });
-    CheckMap(in, with(gt_abs), [=](T x) { return fabsl((long double)x) > level ? SignedLevel(x, level) : x; });
+    const auto signed_level = [=](T x) {
+        if constexpr (Lim<T>::is_integer) return x < 0 ? T(-level) : level;
+        else return T(copysign(level, x));
+    };
+    CheckMap(in, with(fns[0]), [=](T x) { return x < level ? level : x; });
+    CheckMap(in, with(fns[1]), [=](T x) { return x > level ? level : x; });
+    CheckMap(in, with(fns[2]), [=](T x) { return fabsl((long double)x) < level ? signed_level(x) : x; });
+    CheckMap(in, with(fns[3]), [=](T x) { return fabsl((long double)x) > level ? signed_level(x) : x; });
     const T vlo = T(5), vhi = T(-7);
     for (T lo : {T(-level), level})  // a band, and equal levels
         CheckMap(in, [=](const T *s, T *d, int n) { return band(s, d, n, lo, vlo, level, vhi); },
                  [=](T x) { return x < lo ? vlo : x > level ? vhi : x; });
+    if (lt_val == nullptr) return;
+    CheckMap(in, [=](const T *s, T *d, int n) { return lt_val(s, d, n, level, vhi); },
+             [=](T x) { return x < level ? vhi : x; });
+    CheckMap(in, [=](const T *s, T *d, int n) { return gt_val(s, d, n, level, vhi); },
+             [=](T x) { return x > level ? vhi : x; });
 }
 
 TEST_P(KernelsThreshold, RealFormsReplaceAtTheLevelsOnly)
 {
-    CheckReal<Ipp16s>(ippsThreshold_LT_16s, ippsThreshold_GT_16s, ippsThreshold_LTAbs_16s, ippsThreshold_GTAbs_16s,
-                      ippsThreshold_LTValGTVal_16s, 300);
-    CheckReal<Ipp32s>(ippsThreshold_LT_32s, ippsThreshold_GT_32s, ippsThreshold_LTAbs_32s, ippsThreshold_GTAbs_32s,
-                      ippsThreshold_LTValGTVal_32s, 100000);
-    CheckReal<Ipp32f>(ippsThreshold_LT_32f, ippsThreshold_GT_32f, ippsThreshold_LTAbs_32f, ippsThreshold_GTAbs_32f,
-                      ippsThreshold_LTValGTVal_32f, 0.75f);
-    CheckReal<Ipp64f>(ippsThreshold_LT_64f, ippsThreshold_GT_64f, ippsThreshold_LTAbs_64f, ippsThreshold_GTAbs_64f,
-                      ippsThreshold_LTValGTVal_64f, 1e-3);
+    CheckReal<Ipp16s>({ippsThreshold_LT_16s, ippsThreshold_GT_16s, ippsThreshold_LTAbs_16s, ippsThreshold_GTAbs_16s},
+                      ippsThreshold_LTValGTVal_16s, ippsThreshold_LTVal_16s, ippsThreshold_GTVal_16s, 300);
+    CheckReal<Ipp32s>({ippsThreshold_LT_32s, ippsThreshold_GT_32s, ippsThreshold_LTAbs_32s, ippsThreshold_GTAbs_32s},
+                      ippsThreshold_LTValGTVal_32s, nullptr, nullptr, 100000);
+    CheckReal<Ipp32f>({ippsThreshold_LT_32f, ippsThreshold_GT_32f, ippsThreshold_LTAbs_32f, ippsThreshold_GTAbs_32f},
+                      ippsThreshold_LTValGTVal_32f, ippsThreshold_LTVal_32f, ippsThreshold_GTVal_32f, 0.75f);
+    CheckReal<Ipp64f>({ippsThreshold_LT_64f, ippsThreshold_GT_64f, ippsThreshold_LTAbs_64f, ippsThreshold_GTAbs_64f},
+                      ippsThreshold_LTValGTVal_64f, ippsThreshold_LTVal_64f, ippsThreshold_GTVal_64f, 1e-3);
     // Level 0 for the Abs forms: only GTAbs changes anything.
     CheckMap(Around<Ipp32s>(1), [](const Ipp32s *s, Ipp32s *d, int n) { return ippsThreshold_GTAbs_32s(s, d, n, 0); },
              [](Ipp32s) { return 0; });
-}
-
-template <typename T>
-void CheckVal(IppStatus (*lt)(const T *, T *, int, T, T), IppStatus (*gt)(const T *, T *, int, T, T), T level)
-{
-    const T v = T(-3);
-    const std::vector<T> in = Around(level);
-    CheckMap(in, [=](const T *s, T *d, int n) { return lt(s, d, n, level, v); }, [=](T x) { return x < level ? v : x; });
-    CheckMap(in, [=](const T *s, T *d, int n) { return gt(s, d, n, level, v); }, [=](T x) { return x > level ? v : x; });
-}
-
-TEST_P(KernelsThreshold, ValFormsSubstituteTheValue)
-{
-    CheckVal<Ipp16s>(ippsThreshold_LTVal_16s, ippsThreshold_GTVal_16s, -20);
-    CheckVal<Ipp32f>(ippsThreshold_LTVal_32f, ippsThreshold_GTVal_32f, 2.5f);
-    CheckVal<Ipp64f>(ippsThreshold_LTVal_64f, ippsThreshold_GTVal_64f, -1e10);
 }
 
 TEST_P(KernelsThreshold, LTInvInvertsTheLimitedValue)
@@ -127,7 +117,6 @@ TEST_P(KernelsThreshold, LTInvInvertsTheLimitedValue)
     EXPECT_TRUE(out[0] == 0.5 && out[1] == -HUGE_VAL);
     EXPECT_EQ(ippsThreshold_LTInv_64f(z, out, 1, 0), ippStsNoErr);
     EXPECT_EQ(ippsThreshold_LTInv_64f(z, out, 3, 1), ippStsNoErr);
-    EXPECT_EQ(out[1], -1);
 }
 
 // Complex rules in long double: the magnitude decides, the direction stays.
@@ -145,13 +134,11 @@ TEST_P(KernelsThreshold, ComplexFormsCompareTheMagnitude)
 {
     // Magnitudes at the level are exact (on the axes and 3-4-5); elsewhere
     // they stay clear of it, as the magnitude itself is rounded.
-    const long double level = 5;
     const double below = nextafter(5.0, 0.0), above = nextafter(5.0, 9.0);
     std::vector<Ipp64fc> in = {{5, 0}, {0, -5}, {-3, 4}, {3, -4}, {below, 0}, {0, below}, {-above, 0}, {0, above},
                                {HUGE_VAL, 1}, {-HUGE_VAL, HUGE_VAL}, {1e308, 1e308}};  // the sum of squares overflows
     for (double m : {0.0, 1.0, 4.0, 6.0, 1e300, 1e-300})
         for (double a : {0.0, 0.5, 2.0, -1.0, -2.75}) in.push_back({m * cos(a), m * sin(a)});
-    const Ipp64fc value{-1, 5};
     const int n = int(in.size());
     std::vector<Ipp64fc> out(n);
     const auto check = [&](const char *name, IppStatus st, C (*rule)(C z, long double mag, Ipp64fc x)) {
@@ -165,15 +152,15 @@ TEST_P(KernelsThreshold, ComplexFormsCompareTheMagnitude)
                 EXPECT_LE(std::abs(C(out[i].re, out[i].im) - want), 8e-16L * std::max(std::abs(want), 1e-300L)) << where;
         }
     };
-    check("LT", ippsThreshold_LT_64fc(in.data(), out.data(), n, level),
+    check("LT", ippsThreshold_LT_64fc(in.data(), out.data(), n, 5),
           [](C z, long double mag, Ipp64fc x) { return mag < 5 ? 5.0L * Direction(x) : z; });
-    check("GT", ippsThreshold_GT_64fc(in.data(), out.data(), n, level),
+    check("GT", ippsThreshold_GT_64fc(in.data(), out.data(), n, 5),
           [](C z, long double mag, Ipp64fc x) { return mag > 5 ? 5.0L * Direction(x) : z; });
-    check("LTVal", ippsThreshold_LTVal_64fc(in.data(), out.data(), n, level, value),
+    check("LTVal", ippsThreshold_LTVal_64fc(in.data(), out.data(), n, 5, Ipp64fc{-1, 5}),
           [](C z, long double mag, Ipp64fc) { return mag < 5 ? C(-1, 5) : z; });
-    check("GTVal", ippsThreshold_GTVal_64fc(in.data(), out.data(), n, level, value),
+    check("GTVal", ippsThreshold_GTVal_64fc(in.data(), out.data(), n, 5, Ipp64fc{-1, 5}),
           [](C z, long double mag, Ipp64fc) { return mag > 5 ? C(-1, 5) : z; });
-    check("LTInv", ippsThreshold_LTInv_64fc(in.data(), out.data(), n, level),
+    check("LTInv", ippsThreshold_LTInv_64fc(in.data(), out.data(), n, 5),
           [](C z, long double mag, Ipp64fc x) { return isinf(mag) ? C(0) : 1.0L / (mag < 5 ? 5.0L * Direction(x) : z); });
     // NaN compares false; zero with level 0 inverts to +infinity with a warning.
     const Ipp64fc odd[2] = {{NAN, 0.1}, {0, 0}};
@@ -195,6 +182,7 @@ TEST(KernelsThresholdStatus, NullsLengthsAndLevels)
     EXPECT_EQ(ippsThreshold_LTVal_16s(s, s, -4, 0, 0), ippStsSizeErr);
     // Negative levels: refused by the Abs, complex and LTInv forms only.
     EXPECT_EQ(ippsThreshold_LT_64f(d, d, 2, -1), ippStsNoErr);
+    EXPECT_EQ(ippsThreshold_LTVal_16s(s, s, 2, -1, 0), ippStsNoErr);
     EXPECT_EQ(ippsThreshold_LTAbs_64f(d, d, 2, -1), ippStsThreshNegLevelErr);
     EXPECT_EQ(ippsThreshold_GTAbs_16s(s, s, 2, -1), ippStsThreshNegLevelErr);
     EXPECT_EQ(ippsThreshold_LT_64fc(c, c, 2, -1), ippStsThreshNegLevelErr);

@@ -4,58 +4,43 @@
 
 #include "support.h"
 
-using orbhost::CallResult;
-using orbhost::Host;
-using orbhost::Value;
-using orbtest::contents;
+using namespace orbtest;
 
 namespace {
 
-template <typename T>
-Value ints(Host &h, int32_t code, const std::vector<T> &v)
-{
-    return h.rtable1(code, (int64_t)v.size(), v.data());
-}
+using I1 = std::vector<int8_t>;
+using I2 = std::vector<int16_t>;
+using I4 = std::vector<int32_t>;
 
 TEST(LogicOps, EachWidthComputesItsOperation)
 {
     Host h;
     Value o1 = h.rtable1(DT_INT1, 2), o2 = h.rtable1(DT_INT2, 2), o4 = h.rtable1(DT_INT4, 2);
-    Value a1 = ints<int8_t>(h, DT_INT1, {0x0F, -1}), b1 = ints<int8_t>(h, DT_INT1, {0x3C, 0x55});
-    Value a2 = ints<int16_t>(h, DT_INT2, {0x0F0F, -1}), b2 = ints<int16_t>(h, DT_INT2, {0x3C3C, 0x5555});
-    Value a4 = ints<int32_t>(h, DT_INT4, {0x0F0F0F0F, -1}), b4 = ints<int32_t>(h, DT_INT4, {0x3C3C3C3C, 0x55555555});
+    Value a1 = table<int8_t>(h, DT_INT1, {0x0F, -1}), b1 = table<int8_t>(h, DT_INT1, {0x3C, 0x55});
+    Value a2 = table<int16_t>(h, DT_INT2, {0x0F0F, -1}), b2 = table<int16_t>(h, DT_INT2, {0x3C3C, 0x5555});
+    Value a4 = table<int32_t>(h, DT_INT4, {0x0F0F0F0F, -1}), b4 = table<int32_t>(h, DT_INT4, {0x3C3C3C3C, 0x55555555});
 
-    ASSERT_FALSE(h.call(orbAnd, {o1, a1, b1}).raised);
-    EXPECT_EQ(contents<int8_t>(h, o1), (std::vector<int8_t>{0x0C, 0x55}));
-    ASSERT_FALSE(h.call(orbOr, {o2, a2, b2}).raised);
-    EXPECT_EQ(contents<int16_t>(h, o2), (std::vector<int16_t>{0x3F3F, -1}));
-    ASSERT_FALSE(h.call(orbXor, {o4, a4, b4}).raised);
-    EXPECT_EQ(contents<int32_t>(h, o4), (std::vector<int32_t>{0x33333333, (int32_t)0xAAAAAAAA}));
-    ASSERT_FALSE(h.call(orbNot, {o2, a2}).raised);
-    EXPECT_EQ(contents<int16_t>(h, o2), (std::vector<int16_t>{(int16_t)0xF0F0, 0}));
-
-    ASSERT_FALSE(h.call(orbAndC, {o1, a1, h.integer(0x70)}).raised);
-    EXPECT_EQ(contents<int8_t>(h, o1), (std::vector<int8_t>{0x00, 0x70}));
-    ASSERT_FALSE(h.call(orbOrC, {o4, a4, h.integer(0x70000000)}).raised);
-    EXPECT_EQ(contents<int32_t>(h, o4), (std::vector<int32_t>{0x7F0F0F0F, -1}));
-    ASSERT_FALSE(h.call(orbXorC, {o2, a2, h.integer(0x7FFF)}).raised);
-    EXPECT_EQ(contents<int16_t>(h, o2), (std::vector<int16_t>{0x70F0, (int16_t)0x8000}));
+    EXPECT_EQ(written<int8_t>(h, orbAnd, {o1, a1, b1}), (I1{0x0C, 0x55}));
+    EXPECT_EQ(written<int16_t>(h, orbOr, {o2, a2, b2}), (I2{0x3F3F, -1}));
+    EXPECT_EQ(written<int32_t>(h, orbXor, {o4, a4, b4}), (I4{0x33333333, (int32_t)0xAAAAAAAA}));
+    EXPECT_EQ(written<int16_t>(h, orbNot, {o2, a2}), (I2{(int16_t)0xF0F0, 0}));
+    EXPECT_EQ(written<int8_t>(h, orbAndC, {o1, a1, h.integer(0x70)}), (I1{0x00, 0x70}));
+    EXPECT_EQ(written<int32_t>(h, orbOrC, {o4, a4, h.integer(0x70000000)}), (I4{0x7F0F0F0F, -1}));
+    EXPECT_EQ(written<int16_t>(h, orbXorC, {o2, a2, h.integer(0x7FFF)}), (I2{0x70F0, (int16_t)0x8000}));
 }
 
 TEST(LogicOps, ShiftsAreUnsignedForBytesAndSignedOtherwise)
 {
     Host h;
     Value o1 = h.rtable1(DT_INT1, 2), o2 = h.rtable1(DT_INT2, 2), o4 = h.rtable1(DT_INT4, 2);
-    ASSERT_FALSE(h.call(orbRightShift, {o1, ints<int8_t>(h, DT_INT1, {-4, 8}), h.integer(1)}).raised);
-    EXPECT_EQ(contents<int8_t>(h, o1), (std::vector<int8_t>{126, 4}));
-    ASSERT_FALSE(h.call(orbRightShift, {o2, ints<int16_t>(h, DT_INT2, {-4, 8}), h.integer(1)}).raised);
-    EXPECT_EQ(contents<int16_t>(h, o2), (std::vector<int16_t>{-2, 4}));
-    ASSERT_FALSE(h.call(orbRightShift, {o4, ints<int32_t>(h, DT_INT4, {-1024, 1024}), h.integer(3)}).raised);
-    EXPECT_EQ(contents<int32_t>(h, o4), (std::vector<int32_t>{-128, 128}));
-    ASSERT_FALSE(h.call(orbLeftShift, {o1, ints<int8_t>(h, DT_INT1, {0x41, 1}), h.integer(1)}).raised);
-    EXPECT_EQ(contents<int8_t>(h, o1), (std::vector<int8_t>{(int8_t)0x82, 2}));
-    ASSERT_FALSE(h.call(orbLeftShift, {o4, ints<int32_t>(h, DT_INT4, {-3, 1}), h.integer(31)}).raised);
-    EXPECT_EQ(contents<int32_t>(h, o4), (std::vector<int32_t>{INT32_MIN, INT32_MIN}));
+    EXPECT_EQ(written<int8_t>(h, orbRightShift, {o1, table<int8_t>(h, DT_INT1, {-4, 8}), h.integer(1)}), (I1{126, 4}));
+    EXPECT_EQ(written<int16_t>(h, orbRightShift, {o2, table<int16_t>(h, DT_INT2, {-4, 8}), h.integer(1)}), (I2{-2, 4}));
+    EXPECT_EQ(written<int32_t>(h, orbRightShift, {o4, table<int32_t>(h, DT_INT4, {-1024, 1024}), h.integer(3)}),
+              (I4{-128, 128}));
+    EXPECT_EQ(written<int8_t>(h, orbLeftShift, {o1, table<int8_t>(h, DT_INT1, {0x41, 1}), h.integer(1)}),
+              (I1{(int8_t)0x82, 2}));
+    EXPECT_EQ(written<int32_t>(h, orbLeftShift, {o4, table<int32_t>(h, DT_INT4, {-3, 1}), h.integer(31)}),
+              (I4{INT32_MIN, INT32_MIN}));
 }
 
 TEST(LogicOps, ConstantsMustFitTheWidthAsNonNegativeValues)
@@ -73,7 +58,7 @@ TEST(LogicOps, OrderOfChecks)
 {
     Host h;
     Value o1 = h.rtable1(DT_INT1, 2);
-    std::string before = orbtest::bytes(h, o1);
+    std::string before = bytes(h, o1);
     EXPECT_EQ(h.call(orbAndC, {o1, o1}).error, "expecting two or three arguments, but received 2");
     EXPECT_EQ(h.call(orbNot, {o1}).error, "expecting one or two arguments, but received 1");
     EXPECT_EQ(h.call(orbNot, {o1, o1, o1}).error, "expecting one or two arguments, but received 3");
@@ -84,8 +69,7 @@ TEST(LogicOps, OrderOfChecks)
               "rtables must have the same number of elements");
     EXPECT_EQ(h.call(orbOr, {o1, o1, h.rtable1(DT_INT1, 1)}).error, "rtables must have the same number of elements");
     Value i2 = h.rtable1(DT_INT2, 2);
-    EXPECT_EQ(h.call(orbXor, {o1, o1, i2}).error,
-              "expecting an rtable with datatype = integer[1], but received " + h.print(i2));
+    EXPECT_EQ(h.call(orbXor, {o1, o1, i2}).error, wrongType(h, "integer[1]", i2));
     // The shift count comes before the datatype.
     Value f8 = h.rtable1(DT_FLOAT8, 2);
     EXPECT_EQ(h.call(orbLeftShift, {f8, f8, h.float64(1.5)}).error,
@@ -93,7 +77,7 @@ TEST(LogicOps, OrderOfChecks)
     EXPECT_EQ(h.call(orbLeftShift, {f8, f8, h.integer(1)}).error, "datatype not supported");
     Value i8 = h.rtable1(DT_INT8, 2);
     EXPECT_EQ(h.call(orbAnd, {i8, i8, i8}).error, "datatype not supported");
-    EXPECT_EQ(orbtest::bytes(h, o1), before);
+    EXPECT_EQ(bytes(h, o1), before);
 }
 
 }  // namespace

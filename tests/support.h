@@ -2,6 +2,9 @@
 #ifndef ORB_TESTS_SUPPORT_H
 #define ORB_TESTS_SUPPORT_H
 
+#include <gtest/gtest.h>
+
+#include <complex>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -12,7 +15,13 @@
 
 namespace orbtest {
 
+using orbhost::CallResult;
+using orbhost::ErrorMode;
+using orbhost::ExportFn;
+using orbhost::Host;
 using orbhost::Value;
+using D = std::vector<double>;
+using Z = std::vector<std::complex<double>>;
 
 // An rtable of doubles / floats / complex values with bounds 1..n.
 inline Value float8(orbhost::Host &h, const std::vector<double> &v)
@@ -49,6 +58,39 @@ inline std::string bytes(orbhost::Host &h, Value rt)
     default: width = 8; break;
     }
     return std::string(static_cast<const char *>(info.data), width * (size_t)info.count);
+}
+
+// An rtable of any datatype with bounds 1..n, from elements of matching width.
+template <typename T>
+Value table(orbhost::Host &h, int32_t code, const std::vector<T> &v)
+{
+    return h.rtable1(code, (int64_t)v.size(), v.data());
+}
+
+// The texts of a backend error and of an operand of the wrong datatype.
+inline std::string ippError(IppStatus s) { return std::string("IPP Error: ") + ippGetStatusString(s); }
+inline std::string wrongType(orbhost::Host &h, const char *datatype, Value v)
+{
+    return std::string("expecting an rtable with datatype = ") + datatype + ", but received " + h.print(v);
+}
+
+// The elements of a complex[8] rtable, to compare as a whole.
+inline std::vector<std::complex<double>> complexes(orbhost::Host &h, Value rt)
+{
+    std::vector<std::complex<double>> z;
+    for (const Ipp64fc &c : contents<Ipp64fc>(h, rt))
+        z.emplace_back(c.re, c.im);
+    return z;
+}
+
+// Calls an export that must not raise, and gives argument 1's elements after it.
+template <typename T>
+std::vector<T> written(Host &h, ExportFn fn, const std::vector<Value> &args)
+{
+    orbhost::CallResult r = h.call(fn, args);
+    EXPECT_FALSE(r.raised) << r.error;
+    EXPECT_EQ(r.result, args[0]);
+    return contents<T>(h, args[0]);
 }
 
 }  // namespace orbtest

@@ -1,4 +1,17 @@
-/* Signal-processing functions of the numeric backend (one-dimensional). */
+/* Signal-processing functions of the numeric backend (one-dimensional).
+ *
+ * Names are ipps<Operation>[C][Rev]_<types>[_Sfs]:
+ *   8u 16u 32u 64u   unsigned integers of that many bits (24u: three-byte
+ *                    items)
+ *   8s 16s 32s 64s   signed integers
+ *   32f 64f          float, double
+ *   32fc 64fc        complex float, complex double: interleaved re, im
+ *   16s32f           two types: the source's, then the destination's
+ *   C                one operand is a constant (val), not a vector
+ *   Rev              the operands reversed: SubCRev is val - pSrc
+ *   Sfs              the result is scaled by 2^-scaleFactor, then rounded
+ *                    and saturated
+ */
 #ifndef IPPS_H
 #define IPPS_H
 

@@ -5,8 +5,10 @@
  *   Magnitude    hypot: parts are scaled by a power of two before squaring,
  *                so huge and tiny parts neither overflow nor underflow; an
  *                infinite part gives +inf even when the other is NaN.
- *   Phase        atan2(im, re) in [-pi, pi], signed zeros included:
- *                atan2(+-0, -0) = +-pi, atan2(-0, x > 0) = -0.
+ *   Phase        atan2(im, re) with its signed zeros (atan2(-0, x > 0) = -0),
+ *                but in (-pi, pi] as documented: a zero imaginary part of
+ *                either sign with a real part whose sign bit is set (x < 0,
+ *                -0, -inf) gives +pi, never -pi.
  *   PowerSpectr  re^2 + im^2, plainly (it may overflow or underflow).
  *   PolarToCart  magn * cos(phase) + magn * sin(phase) i (trig-inl.h).
  *   ConjFlip     pDst[n] = conj(pSrc[len - 1 - n]); pSrc == pDst is allowed.
@@ -22,17 +24,15 @@
 #include <float.h>
 #include <math.h>
 
-#include "binary-inl.h"
+#include "entry.h"
 #include "ipps.h"
+#include "loops-inl.h"
 #include "math-inl.h"
 #include "trig-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orb_kernels::HWY_NAMESPACE {
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <typename T>
-using Tag = hn::ScalableTag<T>;
+namespace {
 
 /* sqrt(x^2 + y^2) on x, y scaled by 2^-k, 2^k being the binade of the
  * larger magnitude clamped to the normal range below the top binade, so
@@ -75,8 +75,9 @@ HWY_INLINE V Hypot(D d, V x, V y)
 
 /* atan2(y, x) from a = atan(t), t = min(|x|, |y|) / max(|x|, |y|) in
  * [0, 1]: pi/2 - a when |y| > |x|, then pi - that when x has its sign bit
- * set, with the sign of y. 0/0 is taken as 0 and inf/inf as 1; the
- * constants pi/2 and pi are added in two parts. */
+ * set, with the sign of y unless y is a zero there (+pi, not -pi). 0/0 is
+ * taken as 0 and inf/inf as 1; the constants pi/2 and pi are added in two
+ * parts. */
 template <class D, class V = hn::Vec<D>>
 HWY_INLINE V Atan2(D d, V y, V x)
 {
@@ -95,7 +96,7 @@ HWY_INLINE V Atan2(D d, V y, V x)
     const auto x_neg = hn::RebindMask(d, hn::Lt(hn::BitCast(di, x), hn::Zero(di)));
     const V pi_hi = hn::Add(pio2_hi, pio2_hi), pi_lo = hn::Add(pio2_lo, pio2_lo);
     a = hn::IfThenElse(x_neg, hn::Add(hn::Sub(pi_hi, a), pi_lo), a);
-    a = hn::CopySign(a, y);
+    a = hn::IfThenElse(hn::And(x_neg, hn::Eq(y, hn::Zero(d))), a, hn::CopySign(a, y));
     return hn::IfThenElse(hn::Or(hn::IsNaN(x), hn::IsNaN(y)), hn::Add(x, y), a);
 }
 
@@ -143,6 +144,7 @@ struct ConjOp {
 struct InFlipped {
     const double *p;
     size_t len;
+    const void *Base() const { return p; }
     template <class D>
     HWY_INLINE Cx<hn::Vec<D>> Load(D d, size_t i) const
     {
@@ -159,25 +161,18 @@ struct InFlipped {
     template <class D>
     HWY_INLINE Cx<hn::Vec<D>> LoadTail(D d, size_t i, size_t r) const
     {
-        HWY_ALIGN double buf[2 * hn::MaxLanes(D())];
+        HWY_ALIGN double re[hn::MaxLanes(D())], im[hn::MaxLanes(D())];
         for (size_t k = 0; k < hn::Lanes(d); ++k) {
-            buf[2 * k] = k < r ? p[2 * (len - 1 - i - k)] : 1.0;
-            buf[2 * k + 1] = k < r ? p[2 * (len - 1 - i - k) + 1] : 0.0;
+            re[k] = k < r ? p[2 * (len - 1 - i - k)] : 1.0;
+            im[k] = k < r ? p[2 * (len - 1 - i - k) + 1] : 0.0;
         }
-        Cx<hn::Vec<D>> c;
-        hn::LoadInterleaved2(d, buf, c.re, c.im);
-        return c;
+        return {hn::Load(d, re), hn::Load(d, im)};
     }
 };
 
-IppStatus ConjC64(const Ipp64fc *src, Ipp64fc *dst, size_t len)
-{
-    ConjOp op;
-    Zip(Tag<double>(), len, op, OutPairs<double>{Parts(dst)}, InPairs<double>{Parts(src)});
-    return ippStsNoErr;
-}
+IppStatus Conj_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len) { return MapPairs(src, dst, len, ConjOp()); }
 
-IppStatus ConjFlipC64(const Ipp64fc *src, Ipp64fc *dst, size_t len)
+IppStatus ConjFlip_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len)
 {
     if (src == dst) {
         // In place: swap from both ends (plain loop; rare, and exact).
@@ -209,62 +204,51 @@ HWY_INLINE IppStatus FromParts(const T *re, const T *im, const O &out, size_t le
     return ippStsNoErr;
 }
 
-IppStatus RealC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<RealOp>(s, Out<double>{o}, n); }
-IppStatus ImagC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<ImagOp>(s, Out<double>{o}, n); }
-IppStatus CplxToRealC64(const Ipp64fc *s, double *re, double *im, size_t n)
+IppStatus Real_64fc(const Ipp64fc *s, double *o, size_t n) { return FromPairs<RealOp>(s, Out<double>{o}, n); }
+IppStatus Imag_64fc(const Ipp64fc *s, double *o, size_t n) { return FromPairs<ImagOp>(s, Out<double>{o}, n); }
+IppStatus CplxToReal_64fc(const Ipp64fc *s, double *re, double *im, size_t n)
 {
     return FromPairs<SplitOp>(s, OutTwo<double>{re, im}, n);
 }
 
-IppStatus MagnitudeC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<MagnitudeOp>(s, Out<double>{o}, n); }
-IppStatus MagnitudeF32(const float *re, const float *im, float *o, size_t n)
-{
-    return FromParts<MagnitudeOp>(re, im, Out<float>{o}, n);
-}
-IppStatus MagnitudeF64(const double *re, const double *im, double *o, size_t n)
-{
-    return FromParts<MagnitudeOp>(re, im, Out<double>{o}, n);
-}
+/* The interleaved form and the split forms of a parts operation. */
+#define ORB_PARTS_WORKERS(Name, Op)                                               \
+    IppStatus Name##_64fc(const Ipp64fc *s, double *o, size_t n)                  \
+    {                                                                             \
+        return FromPairs<Op>(s, Out<double>{o}, n);                               \
+    }                                                                             \
+    IppStatus Name##_32f(const float *re, const float *im, float *o, size_t n)    \
+    {                                                                             \
+        return FromParts<Op>(re, im, Out<float>{o}, n);                           \
+    }                                                                             \
+    IppStatus Name##_64f(const double *re, const double *im, double *o, size_t n) \
+    {                                                                             \
+        return FromParts<Op>(re, im, Out<double>{o}, n);                          \
+    }
+ORB_PARTS_WORKERS(Magnitude, MagnitudeOp)
+ORB_PARTS_WORKERS(Phase, PhaseOp)
+ORB_PARTS_WORKERS(PowerSpectr, PowerOp)
+#undef ORB_PARTS_WORKERS
 
-IppStatus PhaseC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<PhaseOp>(s, Out<double>{o}, n); }
-IppStatus PhaseF32(const float *re, const float *im, float *o, size_t n)
-{
-    return FromParts<PhaseOp>(re, im, Out<float>{o}, n);
-}
-IppStatus PhaseF64(const double *re, const double *im, double *o, size_t n)
-{
-    return FromParts<PhaseOp>(re, im, Out<double>{o}, n);
-}
-
-IppStatus PowerC64(const Ipp64fc *s, double *o, size_t n) { return FromPairs<PowerOp>(s, Out<double>{o}, n); }
-IppStatus PowerF32(const float *re, const float *im, float *o, size_t n)
-{
-    return FromParts<PowerOp>(re, im, Out<float>{o}, n);
-}
-IppStatus PowerF64(const double *re, const double *im, double *o, size_t n)
-{
-    return FromParts<PowerOp>(re, im, Out<double>{o}, n);
-}
-
-IppStatus CartToPolarC64(const Ipp64fc *s, double *magn, double *phase, size_t n)
+IppStatus CartToPolar_64fc(const Ipp64fc *s, double *magn, double *phase, size_t n)
 {
     return FromPairs<PolarOp>(s, OutTwo<double>{magn, phase}, n);
 }
-IppStatus CartToPolarF64(const double *re, const double *im, double *magn, double *phase, size_t n)
+IppStatus CartToPolar_64f(const double *re, const double *im, double *magn, double *phase, size_t n)
 {
     return FromParts<PolarOp>(re, im, OutTwo<double>{magn, phase}, n);
 }
 
-IppStatus PolarToCartC64(const double *magn, const double *phase, Ipp64fc *o, size_t n)
+IppStatus PolarToCart_64fc(const double *magn, const double *phase, Ipp64fc *o, size_t n)
 {
     return FromParts<CartOp<Cx>>(magn, phase, OutPairs<double>{Parts(o)}, n);
 }
-IppStatus PolarToCartF64(const double *magn, const double *phase, double *re, double *im, size_t n)
+IppStatus PolarToCart_64f(const double *magn, const double *phase, double *re, double *im, size_t n)
 {
     return FromParts<CartOp<Two>>(magn, phase, OutTwo<double>{re, im}, n);
 }
 
-IppStatus RealToCplxF64(const double *re, const double *im, Ipp64fc *o, size_t n)
+IppStatus RealToCplx_64f(const double *re, const double *im, Ipp64fc *o, size_t n)
 {
     const Tag<double> d;
     JoinOp op;
@@ -278,101 +262,38 @@ IppStatus RealToCplxF64(const double *re, const double *im, Ipp64fc *o, size_t n
     return ippStsNoErr;
 }
 
+}  // namespace
 }  // namespace orb_kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace orb_kernels {
-
-HWY_EXPORT(ConjC64);
-HWY_EXPORT(ConjFlipC64);
-HWY_EXPORT(RealC64);
-HWY_EXPORT(ImagC64);
-HWY_EXPORT(CplxToRealC64);
-HWY_EXPORT(RealToCplxF64);
-HWY_EXPORT(MagnitudeC64);
-HWY_EXPORT(MagnitudeF32);
-HWY_EXPORT(MagnitudeF64);
-HWY_EXPORT(PhaseC64);
-HWY_EXPORT(PhaseF32);
-HWY_EXPORT(PhaseF64);
-HWY_EXPORT(PowerC64);
-HWY_EXPORT(PowerF32);
-HWY_EXPORT(PowerF64);
-HWY_EXPORT(CartToPolarC64);
-HWY_EXPORT(CartToPolarF64);
-HWY_EXPORT(PolarToCartC64);
-HWY_EXPORT(PolarToCartF64);
-
-/* Pointers are checked before the length. */
-template <class... P>
-static IppStatus Check(int len, const P *...p)
-{
-    if (((p == nullptr) || ...)) return ippStsNullPtrErr;
-    return len < 1 ? ippStsSizeErr : ippStsNoErr;
-}
-
-}  // namespace orb_kernels
-
-/* name(args) checks the pointers ptrs, then calls worker(args) with len as
- * a size_t. */
-#define ORB_COMPLEX(name, worker, params, ptrs, args)                    \
-    IppStatus name params                                                \
-    {                                                                    \
-        const IppStatus st = orb_kernels::Check ptrs;                    \
-        if (st != ippStsNoErr) return st;                                \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker) args;           \
-    }
-#define ORB_C2R(name, worker)                                                                \
-    ORB_COMPLEX(name, worker, (const Ipp64fc *pSrc, Ipp64f *pDst, int len), (len, pSrc, pDst), \
-                (pSrc, pDst, size_t(len)))
-#define ORB_R2R(name, T, worker)                                                              \
-    ORB_COMPLEX(name, worker, (const T *pSrcRe, const T *pSrcIm, T *pDst, int len),           \
-                (len, pSrcRe, pSrcIm, pDst), (pSrcRe, pSrcIm, pDst, size_t(len)))
-
-extern "C" {
-ORB_COMPLEX(ippsConj_64fc, ConjC64, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len), (len, pSrc, pDst),
-            (pSrc, pDst, size_t(len)))
-ORB_COMPLEX(ippsConjFlip_64fc, ConjFlipC64, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len), (len, pSrc, pDst),
-            (pSrc, pDst, size_t(len)))
-ORB_COMPLEX(ippsReal_64fc, RealC64, (const Ipp64fc *pSrc, Ipp64f *pDstRe, int len), (len, pSrc, pDstRe),
-            (pSrc, pDstRe, size_t(len)))
-ORB_COMPLEX(ippsImag_64fc, ImagC64, (const Ipp64fc *pSrc, Ipp64f *pDstIm, int len), (len, pSrc, pDstIm),
-            (pSrc, pDstIm, size_t(len)))
-ORB_COMPLEX(ippsCplxToReal_64fc, CplxToRealC64, (const Ipp64fc *pSrc, Ipp64f *pDstRe, Ipp64f *pDstIm, int len),
-            (len, pSrc, pDstRe, pDstIm), (pSrc, pDstRe, pDstIm, size_t(len)))
-ORB_C2R(ippsMagnitude_64fc, MagnitudeC64)
-ORB_R2R(ippsMagnitude_32f, Ipp32f, MagnitudeF32)
-ORB_R2R(ippsMagnitude_64f, Ipp64f, MagnitudeF64)
-ORB_C2R(ippsPhase_64fc, PhaseC64)
-ORB_R2R(ippsPhase_32f, Ipp32f, PhaseF32)
-ORB_R2R(ippsPhase_64f, Ipp64f, PhaseF64)
-ORB_C2R(ippsPowerSpectr_64fc, PowerC64)
-ORB_R2R(ippsPowerSpectr_32f, Ipp32f, PowerF32)
-ORB_R2R(ippsPowerSpectr_64f, Ipp64f, PowerF64)
-ORB_COMPLEX(ippsCartToPolar_64fc, CartToPolarC64,
-            (const Ipp64fc *pSrc, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len), (len, pSrc, pDstMagn, pDstPhase),
-            (pSrc, pDstMagn, pDstPhase, size_t(len)))
-ORB_COMPLEX(ippsCartToPolar_64f, CartToPolarF64,
-            (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len),
-            (len, pSrcRe, pSrcIm, pDstMagn, pDstPhase), (pSrcRe, pSrcIm, pDstMagn, pDstPhase, size_t(len)))
-ORB_COMPLEX(ippsPolarToCart_64fc, PolarToCartC64,
-            (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64fc *pDst, int len),
-            (len, pSrcMagn, pSrcPhase, pDst), (pSrcMagn, pSrcPhase, pDst, size_t(len)))
-ORB_COMPLEX(ippsPolarToCart_64f, PolarToCartF64,
-            (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64f *pDstRe, Ipp64f *pDstIm, int len),
-            (len, pSrcMagn, pSrcPhase, pDstRe, pDstIm), (pSrcMagn, pSrcPhase, pDstRe, pDstIm, size_t(len)))
-
-/* One source may be absent (zeros), not both. */
-IppStatus ippsRealToCplx_64f(const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64fc *pDst, int len)
-{
-    if (pDst == nullptr || (pSrcRe == nullptr && pSrcIm == nullptr)) return ippStsNullPtrErr;
-    if (len < 1) return ippStsSizeErr;
-    return HWY_DYNAMIC_DISPATCH(orb_kernels::RealToCplxF64)(pSrcRe, pSrcIm, pDst, size_t(len));
-}
-}
-
-#undef ORB_COMPLEX
-#undef ORB_C2R
-#undef ORB_R2R
+ORB_MAP(Conj_64fc, Ipp64fc, Ipp64fc)
+ORB_MAP(ConjFlip_64fc, Ipp64fc, Ipp64fc)
+ORB_MAP(Real_64fc, Ipp64fc, Ipp64f)
+ORB_MAP(Imag_64fc, Ipp64fc, Ipp64f)
+ORB_ENTRY(CplxToReal_64fc, (const Ipp64fc *pSrc, Ipp64f *pDstRe, Ipp64f *pDstIm, int len),
+          (len, pSrc, pDstRe, pDstIm), (pSrc, pDstRe, pDstIm, size_t(len)))
+ORB_MAP(Magnitude_64fc, Ipp64fc, Ipp64f)
+ORB_PAIRWISE(Magnitude_32f, Ipp32f)
+ORB_PAIRWISE(Magnitude_64f, Ipp64f)
+ORB_MAP(Phase_64fc, Ipp64fc, Ipp64f)
+ORB_PAIRWISE(Phase_32f, Ipp32f)
+ORB_PAIRWISE(Phase_64f, Ipp64f)
+ORB_MAP(PowerSpectr_64fc, Ipp64fc, Ipp64f)
+ORB_PAIRWISE(PowerSpectr_32f, Ipp32f)
+ORB_PAIRWISE(PowerSpectr_64f, Ipp64f)
+ORB_ENTRY(CartToPolar_64fc, (const Ipp64fc *pSrc, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len),
+          (len, pSrc, pDstMagn, pDstPhase), (pSrc, pDstMagn, pDstPhase, size_t(len)))
+ORB_ENTRY(CartToPolar_64f,
+          (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64f *pDstMagn, Ipp64f *pDstPhase, int len),
+          (len, pSrcRe, pSrcIm, pDstMagn, pDstPhase), (pSrcRe, pSrcIm, pDstMagn, pDstPhase, size_t(len)))
+ORB_ENTRY(PolarToCart_64fc, (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64fc *pDst, int len),
+          (len, pSrcMagn, pSrcPhase, pDst), (pSrcMagn, pSrcPhase, pDst, size_t(len)))
+ORB_ENTRY(PolarToCart_64f,
+          (const Ipp64f *pSrcMagn, const Ipp64f *pSrcPhase, Ipp64f *pDstRe, Ipp64f *pDstIm, int len),
+          (len, pSrcMagn, pSrcPhase, pDstRe, pDstIm), (pSrcMagn, pSrcPhase, pDstRe, pDstIm, size_t(len)))
+/* One source may be absent (zeros), not both: the one checked is whichever
+ * is there. */
+ORB_ENTRY(RealToCplx_64f, (const Ipp64f *pSrcRe, const Ipp64f *pSrcIm, Ipp64fc *pDst, int len),
+          (len, pDst, pSrcRe != nullptr ? pSrcRe : pSrcIm), (pSrcRe, pSrcIm, pDst, size_t(len)))
 #endif  // HWY_ONCE

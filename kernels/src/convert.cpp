@@ -30,12 +30,13 @@
 
 #include <type_traits>
 
+#include "entry.h"
 #include "ipps.h"
 #include "loops-inl.h"
 
-#ifndef ORB_KERNELS_CONVERT_ONCE
-#define ORB_KERNELS_CONVERT_ONCE
-namespace orb_kernels {
+HWY_BEFORE_NAMESPACE();
+namespace orb_kernels::HWY_NAMESPACE {
+namespace {
 
 /* Two power-of-two factors whose product is 2^-sf for the scale factors
  * that can still change a result; beyond those the result is 0 or saturated
@@ -55,26 +56,6 @@ struct ScalePair {
         f2 = F(ldexp(1.0, -(s - s1)));
     }
 };
-
-/* Rounding modes other than the three are refused; the accuracy hint bit is
- * accepted and ignored (every mode here is exact). */
-inline bool ValidMode(IppRoundMode mode, int *out)
-{
-    const int m = int(mode) & ~int(ippRndHintAccurate);
-    if (m != ippRndZero && m != ippRndNear && m != ippRndFinancial) return false;
-    *out = m;
-    return true;
-}
-
-}  // namespace orb_kernels
-#endif
-
-HWY_BEFORE_NAMESPACE();
-namespace orb_kernels::HWY_NAMESPACE {
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <typename T>
-using Tag = hn::ScalableTag<T>;
 
 /* Round to nearest, halves to even. The x86 instruction is exact; the
  * portable fallback's bias trick is not (0.49999997f rounds up), so that
@@ -232,12 +213,9 @@ using WorkTag = Tag<std::conditional_t<(sizeof(S) >= sizeof(D) && sizeof(S) >= s
                                        std::conditional_t<(sizeof(D) >= sizeof(F)), D, F>>>;
 
 template <typename S, typename D, typename F = S, class Op>
-HWY_INLINE IppStatus Run(const S *src, D *dst, size_t len, Op &op)
+HWY_INLINE IppStatus Run(const S *src, D *dst, size_t len, Op &&op)
 {
-    using DW = WorkTag<S, D, F>;
-    const hn::Rebind<S, DW> ds;
-    const hn::Rebind<D, DW> dd;
-    MapConvert(ds, dd, src, dst, len, op);
+    Zip(hn::Rebind<D, WorkTag<S, D, F>>(), len, op, Out<D>{dst}, In<S>{src});
     return ippStsNoErr;
 }
 
@@ -245,48 +223,53 @@ template <typename S, typename D, typename F>
 HWY_INLINE IppStatus ScaleToFloat(const S *src, D *dst, size_t len, int sf)
 {
     const ScalePair<F> p(sf);
-    ScaleToFloatOp<F> op{p.f1, p.f2};
-    return Run<S, D, F>(src, dst, len, op);
+    return Run<S, D, F>(src, dst, len, ScaleToFloatOp<F>{p.f1, p.f2});
 }
 
 template <typename S, typename D, typename F>
 HWY_INLINE IppStatus ScaleToInt(const S *src, D *dst, size_t len, int mode, int sf)
 {
     const ScalePair<F> p(sf);
-    if (mode == ippRndZero) {
-        ScaleToIntOp<F, ippRndZero> op{p.f1, p.f2};
-        return Run<S, D, F>(src, dst, len, op);
-    }
-    if (mode == ippRndNear) {
-        ScaleToIntOp<F, ippRndNear> op{p.f1, p.f2};
-        return Run<S, D, F>(src, dst, len, op);
-    }
-    ScaleToIntOp<F, ippRndFinancial> op{p.f1, p.f2};
-    return Run<S, D, F>(src, dst, len, op);
+    if (mode == ippRndZero) return Run<S, D, F>(src, dst, len, ScaleToIntOp<F, ippRndZero>{p.f1, p.f2});
+    if (mode == ippRndNear) return Run<S, D, F>(src, dst, len, ScaleToIntOp<F, ippRndNear>{p.f1, p.f2});
+    return Run<S, D, F>(src, dst, len, ScaleToIntOp<F, ippRndFinancial>{p.f1, p.f2});
 }
 
-IppStatus Cvt8s32f(const Ipp8s *s, Ipp32f *d, size_t n) { WidenOp op; return Run(s, d, n, op); }
-IppStatus Cvt16s32f(const Ipp16s *s, Ipp32f *d, size_t n) { WidenOp op; return Run(s, d, n, op); }
-IppStatus Cvt32s32f(const Ipp32s *s, Ipp32f *d, size_t n) { IntToFloatOp op; return Run(s, d, n, op); }
-IppStatus Cvt64s64f(const Ipp64s *s, Ipp64f *d, size_t n) { IntToFloatOp op; return Run(s, d, n, op); }
-IppStatus Cvt32f64f(const Ipp32f *s, Ipp64f *d, size_t n) { WidenOp op; return Run(s, d, n, op); }
-IppStatus Cvt32s64f(const Ipp32s *s, Ipp64f *d, size_t n) { WidenOp op; return Run(s, d, n, op); }
-IppStatus Cvt64f32f(const Ipp64f *s, Ipp32f *d, size_t n) { F64ToF32Op op; return Run(s, d, n, op); }
-IppStatus Cvt32s16s(const Ipp32s *s, Ipp16s *d, size_t n) { SaturateOp op; return Run(s, d, n, op); }
+IppStatus Convert_8s32f(const Ipp8s *s, Ipp32f *d, size_t n) { return Run(s, d, n, WidenOp()); }
+IppStatus Convert_16s32f(const Ipp16s *s, Ipp32f *d, size_t n) { return Run(s, d, n, WidenOp()); }
+IppStatus Convert_32s32f(const Ipp32s *s, Ipp32f *d, size_t n) { return Run(s, d, n, IntToFloatOp()); }
+IppStatus Convert_64s64f(const Ipp64s *s, Ipp64f *d, size_t n) { return Run(s, d, n, IntToFloatOp()); }
+IppStatus Convert_32f64f(const Ipp32f *s, Ipp64f *d, size_t n) { return Run(s, d, n, WidenOp()); }
+IppStatus Convert_32s64f(const Ipp32s *s, Ipp64f *d, size_t n) { return Run(s, d, n, WidenOp()); }
+IppStatus Convert_64f32f(const Ipp64f *s, Ipp32f *d, size_t n) { return Run(s, d, n, F64ToF32Op()); }
+IppStatus Convert_32s16s(const Ipp32s *s, Ipp16s *d, size_t n) { return Run(s, d, n, SaturateOp()); }
 
-IppStatus Cvt16s32fSfs(const Ipp16s *s, Ipp32f *d, size_t n, int sf) { return ScaleToFloat<Ipp16s, Ipp32f, float>(s, d, n, sf); }
-IppStatus Cvt32s32fSfs(const Ipp32s *s, Ipp32f *d, size_t n, int sf) { return ScaleToFloat<Ipp32s, Ipp32f, double>(s, d, n, sf); }
-IppStatus Cvt16s64fSfs(const Ipp16s *s, Ipp64f *d, size_t n, int sf) { return ScaleToFloat<Ipp16s, Ipp64f, double>(s, d, n, sf); }
-IppStatus Cvt32s64fSfs(const Ipp32s *s, Ipp64f *d, size_t n, int sf) { return ScaleToFloat<Ipp32s, Ipp64f, double>(s, d, n, sf); }
+/* The float type that holds every source value exactly: F of these. */
+#define ORB_TO_FLOAT(S, D, F)                                                    \
+    IppStatus Convert_##S##D##_Sfs(const Ipp##S *s, Ipp##D *d, size_t n, int sf) \
+    {                                                                            \
+        return ScaleToFloat<Ipp##S, Ipp##D, F>(s, d, n, sf);                     \
+    }
+ORB_TO_FLOAT(16s, 32f, float)
+ORB_TO_FLOAT(32s, 32f, double)
+ORB_TO_FLOAT(16s, 64f, double)
+ORB_TO_FLOAT(32s, 64f, double)
+#undef ORB_TO_FLOAT
 
-IppStatus Cvt32s16sSfs(const Ipp32s *s, Ipp16s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp32s, Ipp16s, double>(s, d, n, m, sf); }
-IppStatus Cvt16s8sSfs(const Ipp16s *s, Ipp8s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp16s, Ipp8s, float>(s, d, n, m, sf); }
-IppStatus Cvt64f64sSfs(const Ipp64f *s, Ipp64s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp64f, Ipp64s, double>(s, d, n, m, sf); }
-IppStatus Cvt32f32sSfs(const Ipp32f *s, Ipp32s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp32f, Ipp32s, float>(s, d, n, m, sf); }
-IppStatus Cvt64f32sSfs(const Ipp64f *s, Ipp32s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp64f, Ipp32s, double>(s, d, n, m, sf); }
-IppStatus Cvt32f16sSfs(const Ipp32f *s, Ipp16s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp32f, Ipp16s, float>(s, d, n, m, sf); }
-IppStatus Cvt64f16sSfs(const Ipp64f *s, Ipp16s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp64f, Ipp16s, double>(s, d, n, m, sf); }
-IppStatus Cvt32f8sSfs(const Ipp32f *s, Ipp8s *d, size_t n, int m, int sf) { return ScaleToInt<Ipp32f, Ipp8s, float>(s, d, n, m, sf); }
+#define ORB_TO_INT(S, D, F)                                                             \
+    IppStatus Convert_##S##D##_Sfs(const Ipp##S *s, Ipp##D *d, size_t n, int m, int sf) \
+    {                                                                                   \
+        return ScaleToInt<Ipp##S, Ipp##D, F>(s, d, n, m, sf);                           \
+    }
+ORB_TO_INT(32s, 16s, double)
+ORB_TO_INT(16s, 8s, float)
+ORB_TO_INT(64f, 64s, double)
+ORB_TO_INT(32f, 32s, float)
+ORB_TO_INT(64f, 32s, double)
+ORB_TO_INT(32f, 16s, float)
+ORB_TO_INT(64f, 16s, double)
+ORB_TO_INT(32f, 8s, float)
+#undef ORB_TO_INT
 
 /* ---- Byte swaps ---- */
 
@@ -324,70 +307,27 @@ struct SwapBytesOp {
 #endif
 };
 
-IppStatus Swap16(const Ipp16u *src, Ipp16u *dst, size_t len)
+IppStatus SwapBytes_16u(const Ipp16u *src, Ipp16u *dst, size_t len) { return Map(src, dst, len, Swap16Op()); }
+IppStatus SwapBytes_32u(const Ipp32u *src, Ipp32u *dst, size_t len)
 {
-    Swap16Op op;
-    Map(Tag<uint16_t>(), src, dst, len, op);
-    return ippStsNoErr;
+    return Map(src, dst, len, SwapBytesOp(Tag<uint32_t>()));
+}
+IppStatus SwapBytes_64u(const Ipp64u *src, Ipp64u *dst, size_t len)
+{
+    return Map(src, dst, len, SwapBytesOp(Tag<uint64_t>()));
 }
 
-IppStatus Swap32(const Ipp32u *src, Ipp32u *dst, size_t len)
-{
-    const Tag<uint32_t> d;
-    SwapBytesOp<Tag<uint32_t>> op(d);
-    Map(d, src, dst, len, op);
-    return ippStsNoErr;
-}
-
-IppStatus Swap64(const Ipp64u *src, Ipp64u *dst, size_t len)
-{
-    const Tag<uint64_t> d;
-    SwapBytesOp<Tag<uint64_t>> op(d);
-    Map(d, src, dst, len, op);
-    return ippStsNoErr;
-}
-
+}  // namespace
 }  // namespace orb_kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 namespace orb_kernels {
-
-HWY_EXPORT(Cvt8s32f);
-HWY_EXPORT(Cvt16s32f);
-HWY_EXPORT(Cvt32s32f);
-HWY_EXPORT(Cvt64s64f);
-HWY_EXPORT(Cvt32f64f);
-HWY_EXPORT(Cvt32s64f);
-HWY_EXPORT(Cvt64f32f);
-HWY_EXPORT(Cvt32s16s);
-HWY_EXPORT(Cvt16s32fSfs);
-HWY_EXPORT(Cvt32s32fSfs);
-HWY_EXPORT(Cvt16s64fSfs);
-HWY_EXPORT(Cvt32s64fSfs);
-HWY_EXPORT(Cvt32s16sSfs);
-HWY_EXPORT(Cvt16s8sSfs);
-HWY_EXPORT(Cvt64f64sSfs);
-HWY_EXPORT(Cvt32f32sSfs);
-HWY_EXPORT(Cvt64f32sSfs);
-HWY_EXPORT(Cvt32f16sSfs);
-HWY_EXPORT(Cvt64f16sSfs);
-HWY_EXPORT(Cvt32f8sSfs);
-HWY_EXPORT(Swap16);
-HWY_EXPORT(Swap32);
-HWY_EXPORT(Swap64);
-
-template <typename S, typename D>
-static IppStatus CheckArgs(const S *src, D *dst, long long len)
-{
-    if (src == nullptr || dst == nullptr) return ippStsNullPtrErr;
-    if (len < 1) return ippStsSizeErr;
-    return ippStsNoErr;
-}
+namespace {
 
 /* value * 2^-sf rounded by mode and saturated to 32 bits, in exact integer
  * arithmetic. */
-static Ipp32s ScaleRound64(Ipp64s x, int sf, int mode)
+Ipp32s ScaleRound64(Ipp64s x, int sf, int mode)
 {
     __int128 q;
     if (sf <= 0) {
@@ -409,92 +349,56 @@ static Ipp32s ScaleRound64(Ipp64s x, int sf, int mode)
     return q > INT32_MAX ? INT32_MAX : q < INT32_MIN ? INT32_MIN : Ipp32s(q);
 }
 
+}  // namespace
 }  // namespace orb_kernels
 
-using orb_kernels::CheckArgs;
+ORB_MAP(Convert_8s32f, Ipp8s, Ipp32f)
+ORB_MAP(Convert_16s32f, Ipp16s, Ipp32f)
+ORB_MAP(Convert_32s32f, Ipp32s, Ipp32f)
+ORB_MAP(Convert_64f32f, Ipp64f, Ipp32f)
+ORB_MAP(Convert_32f64f, Ipp32f, Ipp64f)
+ORB_MAP(Convert_32s64f, Ipp32s, Ipp64f)
+ORB_ENTRY(Convert_64s64f, (const Ipp64s *pSrc, Ipp64f *pDst, Ipp32u len), (len, pSrc, pDst),
+          (pSrc, pDst, size_t(len)))
+ORB_MAP(Convert_32s16s, Ipp32s, Ipp16s)
 
-#define ORB_CVT(name, S, D, worker)                                              \
-    IppStatus name(const S *pSrc, D *pDst, int len)                              \
-    {                                                                            \
-        const IppStatus st = CheckArgs(pSrc, pDst, len);                         \
-        if (st != ippStsNoErr) return st;                                        \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len)); \
-    }
+ORB_SCALED(Convert_16s32f_Sfs, Ipp16s, Ipp32f)
+ORB_SCALED(Convert_32s32f_Sfs, Ipp32s, Ipp32f)
+ORB_SCALED(Convert_16s64f_Sfs, Ipp16s, Ipp64f)
+ORB_SCALED(Convert_32s64f_Sfs, Ipp32s, Ipp64f)
+/* The scaled form without a mode rounds to nearest. */
+ORB_ENTRY(Convert_32s16s_Sfs, (const Ipp32s *pSrc, Ipp16s *pDst, int len, int scaleFactor), (len, pSrc, pDst),
+          (pSrc, pDst, size_t(len), int(ippRndNear), scaleFactor))
 
-#define ORB_CVT_SFS(name, S, D, worker)                                                        \
-    IppStatus name(const S *pSrc, D *pDst, int len, int scaleFactor)                           \
-    {                                                                                          \
-        const IppStatus st = CheckArgs(pSrc, pDst, len);                                       \
-        if (st != ippStsNoErr) return st;                                                      \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len), scaleFactor); \
-    }
+ORB_ROUNDED(Convert_64f64s_Sfs, Ipp64f, Ipp64s, Ipp32u)
+ORB_ROUNDED(Convert_32f32s_Sfs, Ipp32f, Ipp32s, int)
+ORB_ROUNDED(Convert_64f32s_Sfs, Ipp64f, Ipp32s, int)
+ORB_ROUNDED(Convert_32f16s_Sfs, Ipp32f, Ipp16s, int)
+ORB_ROUNDED(Convert_64f16s_Sfs, Ipp64f, Ipp16s, int)
+ORB_ROUNDED(Convert_32f8s_Sfs, Ipp32f, Ipp8s, int)
+ORB_ROUNDED(Convert_16s8s_Sfs, Ipp16s, Ipp8s, Ipp32u)
 
-#define ORB_CVT_RND(name, S, D, L, worker)                                                           \
-    IppStatus name(const S *pSrc, D *pDst, L len, IppRoundMode rndMode, int scaleFactor)             \
-    {                                                                                                \
-        const IppStatus st = CheckArgs(pSrc, pDst, (long long)len);                                  \
-        if (st != ippStsNoErr) return st;                                                            \
-        int mode;                                                                                    \
-        if (!orb_kernels::ValidMode(rndMode, &mode)) return ippStsRoundModeNotSupportedErr;          \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len), mode, scaleFactor); \
-    }
-
-extern "C" {
-ORB_CVT(ippsConvert_8s32f, Ipp8s, Ipp32f, Cvt8s32f)
-ORB_CVT(ippsConvert_16s32f, Ipp16s, Ipp32f, Cvt16s32f)
-ORB_CVT(ippsConvert_32s32f, Ipp32s, Ipp32f, Cvt32s32f)
-ORB_CVT(ippsConvert_64f32f, Ipp64f, Ipp32f, Cvt64f32f)
-ORB_CVT(ippsConvert_32f64f, Ipp32f, Ipp64f, Cvt32f64f)
-ORB_CVT(ippsConvert_32s64f, Ipp32s, Ipp64f, Cvt32s64f)
-
-/* The one plain conversion whose length is unsigned. */
-IppStatus ippsConvert_64s64f(const Ipp64s *pSrc, Ipp64f *pDst, Ipp32u len)
+/* 64-bit integers have no floating type that holds them: a plain loop. */
+extern "C" IppStatus ippsConvert_64s32s_Sfs(const Ipp64s *pSrc, Ipp32s *pDst, int len, IppRoundMode rndMode,
+                                           int scaleFactor)
 {
-    const IppStatus st = CheckArgs(pSrc, pDst, (long long)len);
+    IppStatus st = orb_kernels::CheckArgs(len, pSrc, pDst);
+    if (st == ippStsNoErr) st = orb_kernels::CheckMode(rndMode);
     if (st != ippStsNoErr) return st;
-    return HWY_DYNAMIC_DISPATCH(orb_kernels::Cvt64s64f)(pSrc, pDst, size_t(len));
-}
-ORB_CVT(ippsConvert_32s16s, Ipp32s, Ipp16s, Cvt32s16s)
-
-ORB_CVT_SFS(ippsConvert_16s32f_Sfs, Ipp16s, Ipp32f, Cvt16s32fSfs)
-ORB_CVT_SFS(ippsConvert_32s32f_Sfs, Ipp32s, Ipp32f, Cvt32s32fSfs)
-ORB_CVT_SFS(ippsConvert_16s64f_Sfs, Ipp16s, Ipp64f, Cvt16s64fSfs)
-ORB_CVT_SFS(ippsConvert_32s64f_Sfs, Ipp32s, Ipp64f, Cvt32s64fSfs)
-
-IppStatus ippsConvert_32s16s_Sfs(const Ipp32s *pSrc, Ipp16s *pDst, int len, int scaleFactor)
-{
-    const IppStatus st = CheckArgs(pSrc, pDst, len);
-    if (st != ippStsNoErr) return st;
-    return HWY_DYNAMIC_DISPATCH(orb_kernels::Cvt32s16sSfs)(pSrc, pDst, size_t(len), ippRndNear, scaleFactor);
-}
-
-ORB_CVT_RND(ippsConvert_64f64s_Sfs, Ipp64f, Ipp64s, Ipp32u, Cvt64f64sSfs)
-ORB_CVT_RND(ippsConvert_32f32s_Sfs, Ipp32f, Ipp32s, int, Cvt32f32sSfs)
-ORB_CVT_RND(ippsConvert_64f32s_Sfs, Ipp64f, Ipp32s, int, Cvt64f32sSfs)
-ORB_CVT_RND(ippsConvert_32f16s_Sfs, Ipp32f, Ipp16s, int, Cvt32f16sSfs)
-ORB_CVT_RND(ippsConvert_64f16s_Sfs, Ipp64f, Ipp16s, int, Cvt64f16sSfs)
-ORB_CVT_RND(ippsConvert_32f8s_Sfs, Ipp32f, Ipp8s, int, Cvt32f8sSfs)
-ORB_CVT_RND(ippsConvert_16s8s_Sfs, Ipp16s, Ipp8s, Ipp32u, Cvt16s8sSfs)
-
-IppStatus ippsConvert_64s32s_Sfs(const Ipp64s *pSrc, Ipp32s *pDst, int len, IppRoundMode rndMode, int scaleFactor)
-{
-    const IppStatus st = CheckArgs(pSrc, pDst, len);
-    if (st != ippStsNoErr) return st;
-    int mode;
-    if (!orb_kernels::ValidMode(rndMode, &mode)) return ippStsRoundModeNotSupportedErr;
+    const int mode = orb_kernels::ModeOf(rndMode);
     for (int i = 0; i < len; ++i) pDst[i] = orb_kernels::ScaleRound64(pSrc[i], scaleFactor, mode);
     return ippStsNoErr;
 }
 
-ORB_CVT(ippsSwapBytes_16u, Ipp16u, Ipp16u, Swap16)
-ORB_CVT(ippsSwapBytes_32u, Ipp32u, Ipp32u, Swap32)
-ORB_CVT(ippsSwapBytes_64u, Ipp64u, Ipp64u, Swap64)
+ORB_MAP(SwapBytes_16u, Ipp16u, Ipp16u)
+ORB_MAP(SwapBytes_32u, Ipp32u, Ipp32u)
+ORB_MAP(SwapBytes_64u, Ipp64u, Ipp64u)
 
 /* Three-byte items don't fit vector lanes; a plain loop is as fast as the
  * memory here. Reads each item whole before writing it (in-place use). */
-IppStatus ippsSwapBytes_24u(const Ipp8u *pSrc, Ipp8u *pDst, int len)
+extern "C" IppStatus ippsSwapBytes_24u(const Ipp8u *pSrc, Ipp8u *pDst, int len)
 {
-    const IppStatus st = CheckArgs(pSrc, pDst, len);
+    const IppStatus st = orb_kernels::CheckArgs(len, pSrc, pDst);
     if (st != ippStsNoErr) return st;
     for (size_t i = 0; i < size_t(len) * 3; i += 3) {
         const Ipp8u a = pSrc[i], b = pSrc[i + 1], c = pSrc[i + 2];
@@ -504,9 +408,4 @@ IppStatus ippsSwapBytes_24u(const Ipp8u *pSrc, Ipp8u *pDst, int len)
     }
     return ippStsNoErr;
 }
-}
-
-#undef ORB_CVT
-#undef ORB_CVT_SFS
-#undef ORB_CVT_RND
 #endif  // HWY_ONCE

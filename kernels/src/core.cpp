@@ -15,7 +15,7 @@
 #define ORB_X86 0
 #endif
 
-namespace orb::kernels {
+namespace orb_kernels {
 
 CpuidWords ReadCpuidWords()
 {
@@ -110,7 +110,7 @@ Ipp64u DecodeCpuFeatures(const CpuidWords &w)
     return mask;
 }
 
-}  // namespace orb::kernels
+}  // namespace orb_kernels
 
 namespace {
 
@@ -154,7 +154,7 @@ struct Backend {
 
     Backend()
     {
-        features = orb::kernels::DecodeCpuFeatures(orb::kernels::ReadCpuidWords());
+        features = orb_kernels::DecodeCpuFeatures(orb_kernels::ReadCpuidWords());
         // Highway would pick the target lazily on the first dispatch; pick it
         // now so that every kernel starts on the same, best code path.
         const int64_t supported = hwy::SupportedTargets();

@@ -8,7 +8,7 @@
 
 #include "ipptypes.h"
 
-namespace orb::kernels {
+namespace orb_kernels {
 
 // The CPUID and XGETBV words that the feature mask is made of; zero where the
 // processor does not have the leaf.
@@ -26,6 +26,6 @@ CpuidWords ReadCpuidWords();
 // operating system has not enabled in XCR0 are left out.
 Ipp64u DecodeCpuFeatures(const CpuidWords &words);
 
-}  // namespace orb::kernels
+}  // namespace orb_kernels
 
 #endif

@@ -9,31 +9,35 @@
  *   #define HWY_TARGET_INCLUDE "<domain>.cpp"   // found via kernels/src
  *   #include <hwy/foreach_target.h>
  *   #include <hwy/highway.h>
- *   #include "loops-inl.h"                      // Map, MapConvert, MapPairs
+ *   #include "entry.h"                          // ORB_ENTRY and its shapes
+ *   #include "loops-inl.h"                      // Zip, Map, Pairwise, ...
  *
  *   HWY_BEFORE_NAMESPACE();
  *   namespace orb_kernels::HWY_NAMESPACE {
  *   namespace {  // file-local: same-named helpers of other files never meet
  *   // Per-target workers: functions on (pointers, size_t count) that assume
- *   // checked arguments and return an IppStatus (warnings included).
+ *   // checked arguments and return an IppStatus (warnings included), named
+ *   // by their entry point's suffix (Add_64fc for ippsAdd_64fc).
  *   }
  *   }
  *   HWY_AFTER_NAMESPACE();
  *
  *   #if HWY_ONCE
- *   namespace orb_kernels { HWY_EXPORT(Worker); }
- *   // extern "C" entry points: check pointers (ippStsNullPtrErr) before the
- *   // length (ippStsSizeErr), then HWY_DYNAMIC_DISPATCH(Worker)(...).
+ *   ORB_MAP(Abs_32f, Ipp32f, Ipp32f)            // export, check, dispatch
  *   #endif
  *
- * Rules the helpers in loops-inl.h follow, and hand-written loops should too:
+ * Every element loop is Zip (loops-inl.h), with adaptors for the ways an
+ * array is read or written; hand-written loops are for what has no vector
+ * form (three-byte items, exactly scaled 64-bit integers, strided reads,
+ * the in-place reversal).
+ * Rules Zip follows, and hand-written loops should too:
  * - Highway 1.0.3 has no LoadN/StoreN and masked loads may fault on SSE4, so
  *   a partial last vector goes through an aligned stack buffer padded with a
  *   harmless value; every element is then computed by the same vector code,
  *   and nothing outside [dst, dst + count) is ever written.
  * - Source and destination may be the same array (the in-place use); no
  *   loop reads an element after it has written it.
- * - Outputs of at least StreamThresholdBytes() that do not overwrite their
+ * - Outputs of at least StreamThresholdBytes() that do not overwrite a
  *   source are written with non-temporal stores: at that size the data
  *   cannot stay in cache anyway, and streaming saves the read-for-ownership
  *   of every destination line (in place, the lines are already loaded, and
@@ -54,7 +58,7 @@
 
 namespace orb_kernels {
 
-/* Output size in bytes from which Map writes a separate destination with
+/* Output size in bytes from which Zip writes a separate destination with
  * non-temporal stores. Measured on the development machine: above 16 MiB,
  * plain stores lose up to half the throughput of streaming ones; below it
  * both run alike, and plain stores leave the result in cache for whatever

@@ -22,6 +22,7 @@
 #include <float.h>
 #include <math.h>
 
+#include "entry.h"
 #include "ipps.h"
 #include "loops-inl.h"
 #include "math-inl.h"
@@ -29,10 +30,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace orb_kernels::HWY_NAMESPACE {
 namespace {
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <typename T>
-using Tag = hn::ScalableTag<T>;
 
 struct AbsOp {
     template <class D, class V>
@@ -47,11 +44,10 @@ struct SqrOp {
 /* Remembers which lanes saw a negative argument. */
 template <class D>
 struct SqrtOp {
-    hn::Vec<D> neg;
-    explicit SqrtOp(D d) : neg(hn::Zero(d)) {}
+    Faults<D> neg;
     HWY_INLINE hn::Vec<D> operator()(D d, hn::Vec<D> x)
     {
-        neg = hn::Or(neg, hn::VecFromMask(d, hn::Lt(x, hn::Zero(d))));
+        neg.Note(d, hn::Lt(x, hn::Zero(d)));
         return hn::Sqrt(x);
     }
 };
@@ -63,15 +59,14 @@ struct ExpOp {
 
 template <class D>
 struct LnOp {
-    hn::Vec<D> neg, tiny;  // x < 0; x below the smallest normal (negatives too)
-    explicit LnOp(D d) : neg(hn::Zero(d)), tiny(hn::Zero(d)) {}
+    Faults<D> neg, tiny;  // x < 0; x below the smallest normal (negatives too)
     HWY_INLINE hn::Vec<D> operator()(D d, hn::Vec<D> x)
     {
         using T = hn::TFromD<D>;
         const auto is_neg = hn::Lt(x, hn::Zero(d));
         const auto is_tiny = hn::Lt(x, hn::Set(d, sizeof(T) == 8 ? T(DBL_MIN) : T(FLT_MIN)));
-        neg = hn::Or(neg, hn::VecFromMask(d, is_neg));
-        tiny = hn::Or(tiny, hn::VecFromMask(d, is_tiny));
+        neg.Note(d, is_neg);
+        tiny.Note(d, is_tiny);
         const hn::Vec<D> inf = hn::Set(d, T(HUGE_VAL));
         hn::Vec<D> y = LnKernel(d, x);
         y = hn::IfThenElse(is_tiny, hn::Neg(inf), y);
@@ -94,158 +89,87 @@ struct NormalizeOp {
 
 /* (a + bi)^2 = (|a| - |b|)(|a| + |b|) + 2ab i. The factored real part has no
  * cancellation; equal magnitudes give +0 even where |a| + |b| overflows. */
-struct ComplexSqrOp {
+struct SqrPairsOp {
     template <class D, class V>
-    HWY_INLINE void operator()(D d, V &re, V &im) const
+    HWY_INLINE Cx<V> operator()(D d, Cx<V> z) const
     {
-        const V aa = hn::Abs(re), ab = hn::Abs(im);
+        const V aa = hn::Abs(z.re), ab = hn::Abs(z.im);
         const V diff = hn::Sub(aa, ab);
-        const V r = hn::IfThenZeroElse(hn::Eq(diff, hn::Zero(d)), hn::Mul(diff, hn::Add(aa, ab)));
-        im = hn::Mul(hn::Mul(re, im), hn::Set(d, 2.0));
-        re = r;
+        return {hn::IfThenZeroElse(hn::Eq(diff, hn::Zero(d)), hn::Mul(diff, hn::Add(aa, ab))),
+                hn::Mul(hn::Mul(z.re, z.im), hn::Set(d, 2.0))};
     }
 };
 
-struct ComplexSqrtOp {
+struct SqrtPairsOp {
     template <class D, class V>
-    HWY_INLINE void operator()(D d, V &re, V &im) const { ComplexSqrtKernel(d, re, im); }
+    HWY_INLINE Cx<V> operator()(D d, Cx<V> z) const
+    {
+        ComplexSqrtKernel(d, z.re, z.im);
+        return z;
+    }
 };
 
-template <class D>
-HWY_INLINE bool AnyLane(D d, hn::Vec<D> flags)
-{
-    return !hn::AllFalse(d, hn::MaskFromVec(flags));
-}
-
-template <typename T, class Op>
-HWY_INLINE IppStatus Apply(const T *src, T *dst, size_t len, Op op)
-{
-    Map(Tag<T>(), src, dst, len, op);
-    return ippStsNoErr;
-}
-
-IppStatus AbsF32(const float *src, float *dst, size_t len) { return Apply(src, dst, len, AbsOp()); }
-IppStatus AbsF64(const double *src, double *dst, size_t len) { return Apply(src, dst, len, AbsOp()); }
-IppStatus SqrF32(const float *src, float *dst, size_t len) { return Apply(src, dst, len, SqrOp()); }
-IppStatus SqrF64(const double *src, double *dst, size_t len) { return Apply(src, dst, len, SqrOp()); }
-IppStatus ExpF32(const float *src, float *dst, size_t len) { return Apply(src, dst, len, ExpOp()); }
-IppStatus ExpF64(const double *src, double *dst, size_t len) { return Apply(src, dst, len, ExpOp()); }
-IppStatus AtanF32(const float *src, float *dst, size_t len) { return Apply(src, dst, len, AtanOp()); }
-IppStatus AtanF64(const double *src, double *dst, size_t len) { return Apply(src, dst, len, AtanOp()); }
+IppStatus Abs_32f(const float *src, float *dst, size_t len) { return Map(src, dst, len, AbsOp()); }
+IppStatus Abs_64f(const double *src, double *dst, size_t len) { return Map(src, dst, len, AbsOp()); }
+IppStatus Sqr_32f(const float *src, float *dst, size_t len) { return Map(src, dst, len, SqrOp()); }
+IppStatus Sqr_64f(const double *src, double *dst, size_t len) { return Map(src, dst, len, SqrOp()); }
+IppStatus Exp_32f(const float *src, float *dst, size_t len) { return Map(src, dst, len, ExpOp()); }
+IppStatus Exp_64f(const double *src, double *dst, size_t len) { return Map(src, dst, len, ExpOp()); }
+IppStatus Arctan_32f(const float *src, float *dst, size_t len) { return Map(src, dst, len, AtanOp()); }
+IppStatus Arctan_64f(const double *src, double *dst, size_t len) { return Map(src, dst, len, AtanOp()); }
 
 template <typename T>
 HWY_INLINE IppStatus SqrtT(const T *src, T *dst, size_t len)
 {
     const Tag<T> d;
-    SqrtOp<Tag<T>> op(d);
-    Map(d, src, dst, len, op);
-    return AnyLane(d, op.neg) ? ippStsSqrtNegArg : ippStsNoErr;
+    SqrtOp<Tag<T>> op{Faults(d)};
+    Map(src, dst, len, op);
+    return op.neg.Any(d) ? ippStsSqrtNegArg : ippStsNoErr;
 }
-IppStatus SqrtF32(const float *src, float *dst, size_t len) { return SqrtT(src, dst, len); }
-IppStatus SqrtF64(const double *src, double *dst, size_t len) { return SqrtT(src, dst, len); }
+IppStatus Sqrt_32f(const float *src, float *dst, size_t len) { return SqrtT(src, dst, len); }
+IppStatus Sqrt_64f(const double *src, double *dst, size_t len) { return SqrtT(src, dst, len); }
 
 template <typename T>
 HWY_INLINE IppStatus LnT(const T *src, T *dst, size_t len)
 {
     const Tag<T> d;
-    LnOp<Tag<T>> op(d);
-    Map(d, src, dst, len, op);
-    if (AnyLane(d, op.neg)) return ippStsLnNegArg;
-    return AnyLane(d, op.tiny) ? ippStsLnZeroArg : ippStsNoErr;
+    LnOp<Tag<T>> op{Faults(d), Faults(d)};
+    Map(src, dst, len, op);
+    if (op.neg.Any(d)) return ippStsLnNegArg;
+    return op.tiny.Any(d) ? ippStsLnZeroArg : ippStsNoErr;
 }
-IppStatus LnF32(const float *src, float *dst, size_t len) { return LnT(src, dst, len); }
-IppStatus LnF64(const double *src, double *dst, size_t len) { return LnT(src, dst, len); }
+IppStatus Ln_32f(const float *src, float *dst, size_t len) { return LnT(src, dst, len); }
+IppStatus Ln_64f(const double *src, double *dst, size_t len) { return LnT(src, dst, len); }
 
-IppStatus NormalizeF64(const double *src, double *dst, size_t len, double sub, double div)
+IppStatus Normalize_64f(const double *src, double *dst, size_t len, double sub, double div)
 {
     const Tag<double> d;
-    NormalizeOp<Tag<double>> op{hn::Set(d, sub), hn::Set(d, div)};
-    Map(d, src, dst, len, op);
-    return ippStsNoErr;
+    return Map(src, dst, len, NormalizeOp<Tag<double>>{hn::Set(d, sub), hn::Set(d, div)});
 }
 
-IppStatus SqrC64(const Ipp64fc *src, Ipp64fc *dst, size_t len)
-{
-    ComplexSqrOp op;
-    MapPairs(Tag<double>(), &src->re, &dst->re, len, op);
-    return ippStsNoErr;
-}
-
-IppStatus SqrtC64(const Ipp64fc *src, Ipp64fc *dst, size_t len)
-{
-    ComplexSqrtOp op;
-    MapPairs(Tag<double>(), &src->re, &dst->re, len, op);
-    return ippStsNoErr;
-}
+IppStatus Sqr_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len) { return MapPairs(src, dst, len, SqrPairsOp()); }
+IppStatus Sqrt_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len) { return MapPairs(src, dst, len, SqrtPairsOp()); }
 
 }  // namespace
 }  // namespace orb_kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace orb_kernels {
-
-HWY_EXPORT(AbsF32);
-HWY_EXPORT(AbsF64);
-HWY_EXPORT(SqrF32);
-HWY_EXPORT(SqrF64);
-HWY_EXPORT(SqrC64);
-HWY_EXPORT(SqrtF32);
-HWY_EXPORT(SqrtF64);
-HWY_EXPORT(SqrtC64);
-HWY_EXPORT(ExpF32);
-HWY_EXPORT(ExpF64);
-HWY_EXPORT(LnF32);
-HWY_EXPORT(LnF64);
-HWY_EXPORT(AtanF32);
-HWY_EXPORT(AtanF64);
-HWY_EXPORT(NormalizeF64);
-
-/* The primitives check pointers before the length. */
-template <typename S, typename D>
-static IppStatus CheckArgs(const S *src, D *dst, int len)
-{
-    if (src == nullptr || dst == nullptr) return ippStsNullPtrErr;
-    if (len < 1) return ippStsSizeErr;
-    return ippStsNoErr;
-}
-
-}  // namespace orb_kernels
-
-using orb_kernels::CheckArgs;
-
-#define ORB_UNARY(name, type, worker)                                              \
-    IppStatus name(const type *pSrc, type *pDst, int len)                          \
-    {                                                                              \
-        const IppStatus st = CheckArgs(pSrc, pDst, len);                           \
-        if (st != ippStsNoErr) return st;                                          \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len)); \
-    }
-
-extern "C" {
-ORB_UNARY(ippsAbs_32f, Ipp32f, AbsF32)
-ORB_UNARY(ippsAbs_64f, Ipp64f, AbsF64)
-ORB_UNARY(ippsSqr_32f, Ipp32f, SqrF32)
-ORB_UNARY(ippsSqr_64f, Ipp64f, SqrF64)
-ORB_UNARY(ippsSqr_64fc, Ipp64fc, SqrC64)
-ORB_UNARY(ippsSqrt_32f, Ipp32f, SqrtF32)
-ORB_UNARY(ippsSqrt_64f, Ipp64f, SqrtF64)
-ORB_UNARY(ippsSqrt_64fc, Ipp64fc, SqrtC64)
-ORB_UNARY(ippsExp_32f, Ipp32f, ExpF32)
-ORB_UNARY(ippsExp_64f, Ipp64f, ExpF64)
-ORB_UNARY(ippsLn_32f, Ipp32f, LnF32)
-ORB_UNARY(ippsLn_64f, Ipp64f, LnF64)
-ORB_UNARY(ippsArctan_32f, Ipp32f, AtanF32)
-ORB_UNARY(ippsArctan_64f, Ipp64f, AtanF64)
-
-IppStatus ippsNormalize_64f(const Ipp64f *pSrc, Ipp64f *pDst, int len, Ipp64f vSub, Ipp64f vDiv)
-{
-    const IppStatus st = CheckArgs(pSrc, pDst, len);
-    if (st != ippStsNoErr) return st;
-    if (fabs(vDiv) < DBL_MIN) return ippStsDivByZeroErr;
-    return HWY_DYNAMIC_DISPATCH(orb_kernels::NormalizeF64)(pSrc, pDst, size_t(len), vSub, vDiv);
-}
-}
-
-#undef ORB_UNARY
+ORB_MAP(Abs_32f, Ipp32f, Ipp32f)
+ORB_MAP(Abs_64f, Ipp64f, Ipp64f)
+ORB_MAP(Sqr_32f, Ipp32f, Ipp32f)
+ORB_MAP(Sqr_64f, Ipp64f, Ipp64f)
+ORB_MAP(Sqr_64fc, Ipp64fc, Ipp64fc)
+ORB_MAP(Sqrt_32f, Ipp32f, Ipp32f)
+ORB_MAP(Sqrt_64f, Ipp64f, Ipp64f)
+ORB_MAP(Sqrt_64fc, Ipp64fc, Ipp64fc)
+ORB_MAP(Exp_32f, Ipp32f, Ipp32f)
+ORB_MAP(Exp_64f, Ipp64f, Ipp64f)
+ORB_MAP(Ln_32f, Ipp32f, Ipp32f)
+ORB_MAP(Ln_64f, Ipp64f, Ipp64f)
+ORB_MAP(Arctan_32f, Ipp32f, Ipp32f)
+ORB_MAP(Arctan_64f, Ipp64f, Ipp64f)
+/* A divisor below the smallest normal is refused after the arguments. */
+ORB_ENTRY(Normalize_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len, Ipp64f vSub, Ipp64f vDiv), (len, pSrc, pDst),
+          (pSrc, pDst, size_t(len), vSub, vDiv), orb_kernels::Refuse(fabs(vDiv) < DBL_MIN, ippStsDivByZeroErr))
 #endif  // HWY_ONCE

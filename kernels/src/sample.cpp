@@ -27,46 +27,45 @@
 #include <stdint.h>
 #include <string.h>
 
-#include "loops-inl.h"
+#include "entry.h"
 #include "ipps.h"
+#include "loops-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orb_kernels::HWY_NAMESPACE {
-namespace hn = hwy::HWY_NAMESPACE;
+namespace {
 
 /* A narrow sample to a wide lane holding it in the low (phase 0) or high
  * (phase 1) half; little-endian order puts the low half first. */
 template <bool kHigh>
 struct PairOp {
-    template <class DD, class V>
-    HWY_INLINE hn::Vec<DD> operator()(DD dd, V v) const
+    template <class DW, class V>
+    HWY_INLINE hn::Vec<DW> operator()(DW dw, V v) const
     {
-        const auto w = hn::PromoteTo(dd, v);
+        const auto w = hn::PromoteTo(dw, hn::BitCast(hn::RebindToUnsigned<hn::DFromV<V>>(), v));
         if constexpr (kHigh) return hn::ShiftLeft<sizeof(hn::TFromV<V>) * 8>(w);
         else return w;
     }
 };
 
-template <typename N, typename W>
-HWY_INLINE void UpBy2(const void *src, void *dst, size_t len, int phase)
+/* dst holds len pairs of T, written as lanes of W (aligned to W). */
+template <typename T, typename W>
+HWY_INLINE void UpBy2(const T *src, void *dst, size_t len, int phase)
 {
-    using DW = hn::ScalableTag<W>;
-    const hn::Rebind<N, DW> dn;
-    const DW dw;
-    const N *s = static_cast<const N *>(src);
-    W *d = static_cast<W *>(dst);
+    const Out<W> out{static_cast<W *>(dst)};
     if (phase == 0) {
         PairOp<false> op;
-        MapConvert(dn, dw, s, d, len, op);
+        Zip(Tag<W>(), len, op, out, In<T>{src});
     } else {
         PairOp<true> op;
-        MapConvert(dn, dw, s, d, len, op);
+        Zip(Tag<W>(), len, op, out, In<T>{src});
     }
 }
 
-void Up2x16(const void *src, void *dst, size_t len, int phase) { UpBy2<uint16_t, uint32_t>(src, dst, len, phase); }
-void Up2x32(const void *src, void *dst, size_t len, int phase) { UpBy2<uint32_t, uint64_t>(src, dst, len, phase); }
+void Up2x16(const Ipp16s *src, void *dst, size_t len, int phase) { UpBy2<Ipp16s, uint32_t>(src, dst, len, phase); }
+void Up2x32(const Ipp32f *src, void *dst, size_t len, int phase) { UpBy2<Ipp32f, uint64_t>(src, dst, len, phase); }
 
+}  // namespace
 }  // namespace orb_kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -76,18 +75,20 @@ namespace orb_kernels {
 HWY_EXPORT(Up2x16);
 HWY_EXPORT(Up2x32);
 
+namespace {
+
+/* The arguments, then the factor and the phase. */
 template <typename T>
-static IppStatus CheckSample(const T *src, int src_len, T *dst, int *dst_len, int factor, int *phase)
+IppStatus CheckSample(const T *src, int src_len, T *dst, int *dst_len, int factor, int *phase)
 {
-    if (src == nullptr || dst == nullptr || dst_len == nullptr || phase == nullptr) return ippStsNullPtrErr;
-    if (src_len < 1) return ippStsSizeErr;
+    const IppStatus st = CheckArgs(src_len, src, dst, dst_len, phase);
+    if (st != ippStsNoErr) return st;
     if (factor < 1) return ippStsSampleFactorErr;
-    if (*phase < 0 || *phase >= factor) return ippStsSamplePhaseErr;
-    return ippStsNoErr;
+    return Refuse(*phase < 0 || *phase >= factor, ippStsSamplePhaseErr);
 }
 
 template <typename T>
-static IppStatus SampleUp(const T *src, int src_len, T *dst, int *dst_len, int factor, int *phase_io)
+IppStatus SampleUp(const T *src, int src_len, T *dst, int *dst_len, int factor, int *phase_io)
 {
     IppStatus st = CheckSample(src, src_len, dst, dst_len, factor, phase_io);
     if (st != ippStsNoErr) return st;
@@ -114,7 +115,7 @@ static IppStatus SampleUp(const T *src, int src_len, T *dst, int *dst_len, int f
 
 /* Reads ahead of every write, so pDst may be pSrc. */
 template <typename T>
-static IppStatus SampleDown(const T *src, int src_len, T *dst, int *dst_len, int factor, int *phase_io)
+IppStatus SampleDown(const T *src, int src_len, T *dst, int *dst_len, int factor, int *phase_io)
 {
     IppStatus st = CheckSample(src, src_len, dst, dst_len, factor, phase_io);
     if (st != ippStsNoErr) return st;
@@ -128,24 +129,24 @@ static IppStatus SampleDown(const T *src, int src_len, T *dst, int *dst_len, int
     return ippStsNoErr;
 }
 
+}  // namespace
 }  // namespace orb_kernels
 
-#define ORB_SAMPLE(name, T, fn)                                                        \
-    IppStatus name(const T *pSrc, int srcLen, T *pDst, int *pDstLen, int factor, int *pPhase) \
-    {                                                                                  \
-        return orb_kernels::fn(pSrc, srcLen, pDst, pDstLen, factor, pPhase);           \
-    }
+using orb_kernels::SampleDown;
+using orb_kernels::SampleUp;
 
 extern "C" {
-ORB_SAMPLE(ippsSampleUp_16s, Ipp16s, SampleUp)
-ORB_SAMPLE(ippsSampleUp_32f, Ipp32f, SampleUp)
-ORB_SAMPLE(ippsSampleUp_64f, Ipp64f, SampleUp)
-ORB_SAMPLE(ippsSampleUp_64fc, Ipp64fc, SampleUp)
-ORB_SAMPLE(ippsSampleDown_16s, Ipp16s, SampleDown)
-ORB_SAMPLE(ippsSampleDown_32f, Ipp32f, SampleDown)
-ORB_SAMPLE(ippsSampleDown_64f, Ipp64f, SampleDown)
-ORB_SAMPLE(ippsSampleDown_64fc, Ipp64fc, SampleDown)
+#define ORB_SAMPLE_PARAMS(T) const T *pSrc, int srcLen, T *pDst, int *pDstLen, int factor, int *pPhase
+#define ORB_SAMPLE_ARGS pSrc, srcLen, pDst, pDstLen, factor, pPhase
+IppStatus ippsSampleUp_16s(ORB_SAMPLE_PARAMS(Ipp16s)) { return SampleUp(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleUp_32f(ORB_SAMPLE_PARAMS(Ipp32f)) { return SampleUp(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleUp_64f(ORB_SAMPLE_PARAMS(Ipp64f)) { return SampleUp(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleUp_64fc(ORB_SAMPLE_PARAMS(Ipp64fc)) { return SampleUp(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleDown_16s(ORB_SAMPLE_PARAMS(Ipp16s)) { return SampleDown(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleDown_32f(ORB_SAMPLE_PARAMS(Ipp32f)) { return SampleDown(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleDown_64f(ORB_SAMPLE_PARAMS(Ipp64f)) { return SampleDown(ORB_SAMPLE_ARGS); }
+IppStatus ippsSampleDown_64fc(ORB_SAMPLE_PARAMS(Ipp64fc)) { return SampleDown(ORB_SAMPLE_ARGS); }
+#undef ORB_SAMPLE_PARAMS
+#undef ORB_SAMPLE_ARGS
 }
-
-#undef ORB_SAMPLE
 #endif  // HWY_ONCE

@@ -27,15 +27,13 @@
 
 #include <math.h>
 
+#include "entry.h"
 #include "ipps.h"
 #include "loops-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orb_kernels::HWY_NAMESPACE {
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <typename T>
-using Tag = hn::ScalableTag<T>;
+namespace {
 
 template <class D>
 struct LTValOp {
@@ -104,10 +102,11 @@ struct GTAbsOp {
 /* Remembers whether a zero was seen (the warning for level 0). */
 template <class D>
 struct LTInvOp {
-    hn::Vec<D> level, zeros;
+    hn::Vec<D> level;
+    Faults<D> zeros;
     HWY_INLINE hn::Vec<D> operator()(D d, hn::Vec<D> x)
     {
-        zeros = hn::Or(zeros, hn::VecFromMask(d, hn::Eq(x, hn::Zero(d))));
+        zeros.Note(d, hn::Eq(x, hn::Zero(d)));
         const hn::Vec<D> t = hn::IfThenElse(hn::Lt(hn::Abs(x), level), hn::CopySign(level, x), x);
         return hn::Div(hn::Set(d, 1.0), t);
     }
@@ -138,297 +137,166 @@ HWY_INLINE void Polar(D d, V re, V im, V &mag, V &ur, V &ui)
 
 /* kAbove: |z| > level, else |z| < level. */
 template <bool kAbove, class D>
-struct ComplexClampOp {
+struct ClampPairsOp {
     hn::Vec<D> level;
-    HWY_INLINE void operator()(D d, hn::Vec<D> &re, hn::Vec<D> &im) const
+    HWY_INLINE Cx<hn::Vec<D>> operator()(D d, Cx<hn::Vec<D>> z) const
     {
         hn::Vec<D> mag, ur, ui;
-        Polar(d, re, im, mag, ur, ui);
+        Polar(d, z.re, z.im, mag, ur, ui);
         const auto hit = kAbove ? hn::Gt(mag, level) : hn::Lt(mag, level);
-        re = hn::IfThenElse(hit, hn::Mul(level, ur), re);
-        im = hn::IfThenElse(hit, hn::Mul(level, ui), im);
+        return {hn::IfThenElse(hit, hn::Mul(level, ur), z.re), hn::IfThenElse(hit, hn::Mul(level, ui), z.im)};
     }
 };
 
 template <bool kAbove, class D>
-struct ComplexValOp {
+struct ValPairsOp {
     hn::Vec<D> level, value_re, value_im;
-    HWY_INLINE void operator()(D d, hn::Vec<D> &re, hn::Vec<D> &im) const
+    HWY_INLINE Cx<hn::Vec<D>> operator()(D d, Cx<hn::Vec<D>> z) const
     {
         hn::Vec<D> mag, ur, ui;
-        Polar(d, re, im, mag, ur, ui);
+        Polar(d, z.re, z.im, mag, ur, ui);
         const auto hit = kAbove ? hn::Gt(mag, level) : hn::Lt(mag, level);
-        re = hn::IfThenElse(hit, value_re, re);
-        im = hn::IfThenElse(hit, value_im, im);
+        return {hn::IfThenElse(hit, value_re, z.re), hn::IfThenElse(hit, value_im, z.im)};
     }
 };
 
 /* 1/z = conj(u) / |z| with u the direction; the limited value level u has
  * the inverse conj(u) / level, so the divisor is max(|z|, level). */
 template <class D>
-struct ComplexInvOp {
-    hn::Vec<D> level, zeros;
-    HWY_INLINE void operator()(D d, hn::Vec<D> &re, hn::Vec<D> &im)
+struct InvPairsOp {
+    hn::Vec<D> level;
+    Faults<D> zeros;
+    HWY_INLINE Cx<hn::Vec<D>> operator()(D d, Cx<hn::Vec<D>> z)
     {
         hn::Vec<D> mag, ur, ui;
-        Polar(d, re, im, mag, ur, ui);
-        zeros = hn::Or(zeros, hn::VecFromMask(d, hn::Eq(mag, hn::Zero(d))));
+        Polar(d, z.re, z.im, mag, ur, ui);
+        zeros.Note(d, hn::Eq(mag, hn::Zero(d)));
         const hn::Vec<D> den = hn::IfThenElse(hn::Lt(mag, level), level, mag);
-        re = hn::Div(ur, den);
         // A zero imaginary part stays a signed zero when den is 0 too.
-        im = hn::IfThenElse(hn::Eq(ui, hn::Zero(d)), hn::Neg(ui), hn::Div(hn::Neg(ui), den));
+        return {hn::Div(ur, den), hn::IfThenElse(hn::Eq(ui, hn::Zero(d)), hn::Neg(ui), hn::Div(hn::Neg(ui), den))};
     }
 };
 
-template <typename T, class Op>
-HWY_INLINE IppStatus Apply(const T *src, T *dst, size_t len, Op op)
-{
-    Map(Tag<T>(), src, dst, len, op);
-    return ippStsNoErr;
-}
-
-#define ORB_T(T) const T *src, T *dst, size_t len
-template <typename T>
-HWY_INLINE IppStatus LTValT(ORB_T(T), T level, T value)
-{
-    const Tag<T> d;
-    return Apply(src, dst, len, LTValOp<Tag<T>>{hn::Set(d, level), hn::Set(d, value)});
-}
-template <typename T>
-HWY_INLINE IppStatus GTValT(ORB_T(T), T level, T value)
-{
-    const Tag<T> d;
-    return Apply(src, dst, len, GTValOp<Tag<T>>{hn::Set(d, level), hn::Set(d, value)});
-}
-template <typename T>
-HWY_INLINE IppStatus LTAbsT(ORB_T(T), T level)
-{
-    const Tag<T> d;
-    return Apply(src, dst, len, LTAbsOp<Tag<T>>{hn::Set(d, level), hn::Set(d, T(-level))});
-}
-template <typename T>
-HWY_INLINE IppStatus GTAbsT(ORB_T(T), T level)
-{
-    const Tag<T> d;
-    return Apply(src, dst, len, GTAbsOp<Tag<T>>{hn::Set(d, level), hn::Set(d, T(-level))});
-}
-template <typename T>
-HWY_INLINE IppStatus LTValGTValT(ORB_T(T), T level_lt, T value_lt, T level_gt, T value_gt)
-{
-    const Tag<T> d;
-    return Apply(src, dst, len,
-                 LTValGTValOp<Tag<T>>{hn::Set(d, level_lt), hn::Set(d, value_lt), hn::Set(d, level_gt),
-                                      hn::Set(d, value_gt)});
-}
-template <typename T>
-HWY_INLINE IppStatus LTInvT(ORB_T(T), T level)
-{
-    const Tag<T> d;
-    LTInvOp<Tag<T>> op{hn::Set(d, level), hn::Zero(d)};
-    Map(d, src, dst, len, op);
-    const bool zero = !hn::AllFalse(d, hn::MaskFromVec(op.zeros));
-    return level == T(0) && zero ? ippStsInvZero : ippStsNoErr;
-}
-
 /* LT and GT are the Val forms with value = level. */
-IppStatus LT16s(ORB_T(Ipp16s), Ipp16s level) { return LTValT(src, dst, len, level, level); }
-IppStatus LT32s(ORB_T(Ipp32s), Ipp32s level) { return LTValT(src, dst, len, level, level); }
-IppStatus LT32f(ORB_T(Ipp32f), Ipp32f level) { return LTValT(src, dst, len, level, level); }
-IppStatus LT64f(ORB_T(Ipp64f), Ipp64f level) { return LTValT(src, dst, len, level, level); }
-IppStatus GT16s(ORB_T(Ipp16s), Ipp16s level) { return GTValT(src, dst, len, level, level); }
-IppStatus GT32s(ORB_T(Ipp32s), Ipp32s level) { return GTValT(src, dst, len, level, level); }
-IppStatus GT32f(ORB_T(Ipp32f), Ipp32f level) { return GTValT(src, dst, len, level, level); }
-IppStatus GT64f(ORB_T(Ipp64f), Ipp64f level) { return GTValT(src, dst, len, level, level); }
-IppStatus LTVal16s(ORB_T(Ipp16s), Ipp16s level, Ipp16s value) { return LTValT(src, dst, len, level, value); }
-IppStatus LTVal32f(ORB_T(Ipp32f), Ipp32f level, Ipp32f value) { return LTValT(src, dst, len, level, value); }
-IppStatus LTVal64f(ORB_T(Ipp64f), Ipp64f level, Ipp64f value) { return LTValT(src, dst, len, level, value); }
-IppStatus GTVal16s(ORB_T(Ipp16s), Ipp16s level, Ipp16s value) { return GTValT(src, dst, len, level, value); }
-IppStatus GTVal32f(ORB_T(Ipp32f), Ipp32f level, Ipp32f value) { return GTValT(src, dst, len, level, value); }
-IppStatus GTVal64f(ORB_T(Ipp64f), Ipp64f level, Ipp64f value) { return GTValT(src, dst, len, level, value); }
-IppStatus LTAbs16s(ORB_T(Ipp16s), Ipp16s level) { return LTAbsT(src, dst, len, level); }
-IppStatus LTAbs32s(ORB_T(Ipp32s), Ipp32s level) { return LTAbsT(src, dst, len, level); }
-IppStatus LTAbs32f(ORB_T(Ipp32f), Ipp32f level) { return LTAbsT(src, dst, len, level); }
-IppStatus LTAbs64f(ORB_T(Ipp64f), Ipp64f level) { return LTAbsT(src, dst, len, level); }
-IppStatus GTAbs16s(ORB_T(Ipp16s), Ipp16s level) { return GTAbsT(src, dst, len, level); }
-IppStatus GTAbs32s(ORB_T(Ipp32s), Ipp32s level) { return GTAbsT(src, dst, len, level); }
-IppStatus GTAbs32f(ORB_T(Ipp32f), Ipp32f level) { return GTAbsT(src, dst, len, level); }
-IppStatus GTAbs64f(ORB_T(Ipp64f), Ipp64f level) { return GTAbsT(src, dst, len, level); }
-IppStatus LTInv32f(ORB_T(Ipp32f), Ipp32f level) { return LTInvT(src, dst, len, level); }
-IppStatus LTInv64f(ORB_T(Ipp64f), Ipp64f level) { return LTInvT(src, dst, len, level); }
-IppStatus LTValGTVal16s(ORB_T(Ipp16s), Ipp16s llt, Ipp16s vlt, Ipp16s lgt, Ipp16s vgt)
+template <typename T>
+HWY_INLINE IppStatus LTVal(const T *src, T *dst, size_t len, T level, T value)
 {
-    return LTValGTValT(src, dst, len, llt, vlt, lgt, vgt);
+    const Tag<T> d;
+    return Map(src, dst, len, LTValOp<Tag<T>>{hn::Set(d, level), hn::Set(d, value)});
 }
-IppStatus LTValGTVal32s(ORB_T(Ipp32s), Ipp32s llt, Ipp32s vlt, Ipp32s lgt, Ipp32s vgt)
+template <typename T>
+HWY_INLINE IppStatus GTVal(const T *src, T *dst, size_t len, T level, T value)
 {
-    return LTValGTValT(src, dst, len, llt, vlt, lgt, vgt);
+    const Tag<T> d;
+    return Map(src, dst, len, GTValOp<Tag<T>>{hn::Set(d, level), hn::Set(d, value)});
 }
-IppStatus LTValGTVal32f(ORB_T(Ipp32f), Ipp32f llt, Ipp32f vlt, Ipp32f lgt, Ipp32f vgt)
+template <template <class> class Op, typename T>
+HWY_INLINE IppStatus AbsLevel(const T *src, T *dst, size_t len, T level)
 {
-    return LTValGTValT(src, dst, len, llt, vlt, lgt, vgt);
+    const Tag<T> d;
+    return Map(src, dst, len, Op<Tag<T>>{hn::Set(d, level), hn::Set(d, T(-level))});
 }
-IppStatus LTValGTVal64f(ORB_T(Ipp64f), Ipp64f llt, Ipp64f vlt, Ipp64f lgt, Ipp64f vgt)
+template <typename T>
+HWY_INLINE IppStatus LTValGTVal(const T *src, T *dst, size_t len, T level_lt, T value_lt, T level_gt, T value_gt)
 {
-    return LTValGTValT(src, dst, len, llt, vlt, lgt, vgt);
+    const Tag<T> d;
+    return Map(src, dst, len,
+               LTValGTValOp<Tag<T>>{hn::Set(d, level_lt), hn::Set(d, value_lt), hn::Set(d, level_gt),
+                                    hn::Set(d, value_gt)});
 }
-#undef ORB_T
-
-template <class Op>
-HWY_INLINE IppStatus ApplyPairs(const Ipp64fc *src, Ipp64fc *dst, size_t len, Op &op)
+template <typename T>
+HWY_INLINE IppStatus LTInv(const T *src, T *dst, size_t len, T level)
 {
-    MapPairs(Tag<double>(), &src->re, &dst->re, len, op);
-    return ippStsNoErr;
+    const Tag<T> d;
+    LTInvOp<Tag<T>> op{hn::Set(d, level), Faults(d)};
+    Map(src, dst, len, op);
+    return level == T(0) && op.zeros.Any(d) ? ippStsInvZero : ippStsNoErr;
 }
 
-IppStatus LT64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level)
+#define ORB_LEVEL_WORKERS(S, T)                                                                                      \
+    IppStatus Threshold_LT_##S(const T *s, T *o, size_t n, T level) { return LTVal(s, o, n, level, level); }         \
+    IppStatus Threshold_GT_##S(const T *s, T *o, size_t n, T level) { return GTVal(s, o, n, level, level); }         \
+    IppStatus Threshold_LTAbs_##S(const T *s, T *o, size_t n, T level) { return AbsLevel<LTAbsOp>(s, o, n, level); } \
+    IppStatus Threshold_GTAbs_##S(const T *s, T *o, size_t n, T level) { return AbsLevel<GTAbsOp>(s, o, n, level); } \
+    IppStatus Threshold_LTValGTVal_##S(const T *s, T *o, size_t n, T llt, T vlt, T lgt, T vgt)                       \
+    {                                                                                                                \
+        return LTValGTVal(s, o, n, llt, vlt, lgt, vgt);                                                              \
+    }
+ORB_LEVEL_WORKERS(16s, Ipp16s)
+ORB_LEVEL_WORKERS(32s, Ipp32s)
+ORB_LEVEL_WORKERS(32f, Ipp32f)
+ORB_LEVEL_WORKERS(64f, Ipp64f)
+#undef ORB_LEVEL_WORKERS
+
+#define ORB_VAL_WORKERS(S, T)                                                                                    \
+    IppStatus Threshold_LTVal_##S(const T *s, T *o, size_t n, T level, T v) { return LTVal(s, o, n, level, v); } \
+    IppStatus Threshold_GTVal_##S(const T *s, T *o, size_t n, T level, T v) { return GTVal(s, o, n, level, v); }
+ORB_VAL_WORKERS(16s, Ipp16s)
+ORB_VAL_WORKERS(32f, Ipp32f)
+ORB_VAL_WORKERS(64f, Ipp64f)
+#undef ORB_VAL_WORKERS
+
+IppStatus Threshold_LTInv_32f(const float *s, float *o, size_t n, float level) { return LTInv(s, o, n, level); }
+IppStatus Threshold_LTInv_64f(const double *s, double *o, size_t n, double level) { return LTInv(s, o, n, level); }
+
+IppStatus Threshold_LT_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level)
 {
-    ComplexClampOp<false, Tag<double>> op{hn::Set(Tag<double>(), level)};
-    return ApplyPairs(src, dst, len, op);
+    return MapPairs(src, dst, len, ClampPairsOp<false, Tag<double>>{hn::Set(Tag<double>(), level)});
 }
-IppStatus GT64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level)
+IppStatus Threshold_GT_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level)
 {
-    ComplexClampOp<true, Tag<double>> op{hn::Set(Tag<double>(), level)};
-    return ApplyPairs(src, dst, len, op);
+    return MapPairs(src, dst, len, ClampPairsOp<true, Tag<double>>{hn::Set(Tag<double>(), level)});
 }
-IppStatus LTVal64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level, Ipp64fc value)
+template <bool kAbove>
+HWY_INLINE IppStatus ValPairs(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level, Ipp64fc value)
 {
     const Tag<double> d;
-    ComplexValOp<false, Tag<double>> op{hn::Set(d, level), hn::Set(d, value.re), hn::Set(d, value.im)};
-    return ApplyPairs(src, dst, len, op);
+    return MapPairs(src, dst, len,
+                    ValPairsOp<kAbove, Tag<double>>{hn::Set(d, level), hn::Set(d, value.re), hn::Set(d, value.im)});
 }
-IppStatus GTVal64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level, Ipp64fc value)
+IppStatus Threshold_LTVal_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level, Ipp64fc value)
+{
+    return ValPairs<false>(src, dst, len, level, value);
+}
+IppStatus Threshold_GTVal_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level, Ipp64fc value)
+{
+    return ValPairs<true>(src, dst, len, level, value);
+}
+IppStatus Threshold_LTInv_64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level)
 {
     const Tag<double> d;
-    ComplexValOp<true, Tag<double>> op{hn::Set(d, level), hn::Set(d, value.re), hn::Set(d, value.im)};
-    return ApplyPairs(src, dst, len, op);
-}
-IppStatus LTInv64fc(const Ipp64fc *src, Ipp64fc *dst, size_t len, Ipp64f level)
-{
-    const Tag<double> d;
-    ComplexInvOp<Tag<double>> op{hn::Set(d, level), hn::Zero(d)};
-    ApplyPairs(src, dst, len, op);
-    const bool zero = !hn::AllFalse(d, hn::MaskFromVec(op.zeros));
-    return level == 0 && zero ? ippStsInvZero : ippStsNoErr;
+    InvPairsOp<Tag<double>> op{hn::Set(d, level), Faults(d)};
+    MapPairs(src, dst, len, op);
+    return level == 0 && op.zeros.Any(d) ? ippStsInvZero : ippStsNoErr;
 }
 
+}  // namespace
 }  // namespace orb_kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace orb_kernels {
-
-HWY_EXPORT(LT16s);
-HWY_EXPORT(LT32s);
-HWY_EXPORT(LT32f);
-HWY_EXPORT(LT64f);
-HWY_EXPORT(LT64fc);
-HWY_EXPORT(GT16s);
-HWY_EXPORT(GT32s);
-HWY_EXPORT(GT32f);
-HWY_EXPORT(GT64f);
-HWY_EXPORT(GT64fc);
-HWY_EXPORT(LTAbs16s);
-HWY_EXPORT(LTAbs32s);
-HWY_EXPORT(LTAbs32f);
-HWY_EXPORT(LTAbs64f);
-HWY_EXPORT(GTAbs16s);
-HWY_EXPORT(GTAbs32s);
-HWY_EXPORT(GTAbs32f);
-HWY_EXPORT(GTAbs64f);
-HWY_EXPORT(LTVal16s);
-HWY_EXPORT(LTVal32f);
-HWY_EXPORT(LTVal64f);
-HWY_EXPORT(LTVal64fc);
-HWY_EXPORT(GTVal16s);
-HWY_EXPORT(GTVal32f);
-HWY_EXPORT(GTVal64f);
-HWY_EXPORT(GTVal64fc);
-HWY_EXPORT(LTValGTVal16s);
-HWY_EXPORT(LTValGTVal32s);
-HWY_EXPORT(LTValGTVal32f);
-HWY_EXPORT(LTValGTVal64f);
-HWY_EXPORT(LTInv32f);
-HWY_EXPORT(LTInv64f);
-HWY_EXPORT(LTInv64fc);
-
-template <typename T>
-static IppStatus CheckArgs(const T *src, T *dst, int len)
-{
-    if (src == nullptr || dst == nullptr) return ippStsNullPtrErr;
-    if (len < 1) return ippStsSizeErr;
-    return ippStsNoErr;
-}
-
-}  // namespace orb_kernels
-
-using orb_kernels::CheckArgs;
-
-/* refuse_negative: the form refuses a negative level. */
-#define ORB_T1(name, T, L, worker, refuse_negative)                                   \
-    IppStatus name(const T *pSrc, T *pDst, int len, L level)                          \
-    {                                                                                 \
-        const IppStatus st = CheckArgs(pSrc, pDst, len);                              \
-        if (st != ippStsNoErr) return st;                                             \
-        if (refuse_negative && level < 0) return ippStsThreshNegLevelErr;             \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len), level); \
-    }
-
-#define ORB_TV(name, T, L, V, worker, refuse_negative)                                       \
-    IppStatus name(const T *pSrc, T *pDst, int len, L level, V value)                        \
-    {                                                                                        \
-        const IppStatus st = CheckArgs(pSrc, pDst, len);                                     \
-        if (st != ippStsNoErr) return st;                                                    \
-        if (refuse_negative && level < 0) return ippStsThreshNegLevelErr;                    \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len), level, value); \
-    }
-
-#define ORB_T2(name, T, worker)                                                                  \
-    IppStatus name(const T *pSrc, T *pDst, int len, T levelLT, T valueLT, T levelGT, T valueGT)  \
-    {                                                                                            \
-        const IppStatus st = CheckArgs(pSrc, pDst, len);                                         \
-        if (st != ippStsNoErr) return st;                                                        \
-        if (levelLT > levelGT) return ippStsThresholdErr;                                        \
-        return HWY_DYNAMIC_DISPATCH(orb_kernels::worker)(pSrc, pDst, size_t(len), levelLT, valueLT, \
-                                                         levelGT, valueGT);                      \
-    }
-
-extern "C" {
-ORB_T1(ippsThreshold_LT_16s, Ipp16s, Ipp16s, LT16s, false)
-ORB_T1(ippsThreshold_LT_32s, Ipp32s, Ipp32s, LT32s, false)
-ORB_T1(ippsThreshold_LT_32f, Ipp32f, Ipp32f, LT32f, false)
-ORB_T1(ippsThreshold_LT_64f, Ipp64f, Ipp64f, LT64f, false)
-ORB_T1(ippsThreshold_LT_64fc, Ipp64fc, Ipp64f, LT64fc, true)
-ORB_T1(ippsThreshold_GT_16s, Ipp16s, Ipp16s, GT16s, false)
-ORB_T1(ippsThreshold_GT_32s, Ipp32s, Ipp32s, GT32s, false)
-ORB_T1(ippsThreshold_GT_32f, Ipp32f, Ipp32f, GT32f, false)
-ORB_T1(ippsThreshold_GT_64f, Ipp64f, Ipp64f, GT64f, false)
-ORB_T1(ippsThreshold_GT_64fc, Ipp64fc, Ipp64f, GT64fc, true)
-ORB_T1(ippsThreshold_LTAbs_16s, Ipp16s, Ipp16s, LTAbs16s, true)
-ORB_T1(ippsThreshold_LTAbs_32s, Ipp32s, Ipp32s, LTAbs32s, true)
-ORB_T1(ippsThreshold_LTAbs_32f, Ipp32f, Ipp32f, LTAbs32f, true)
-ORB_T1(ippsThreshold_LTAbs_64f, Ipp64f, Ipp64f, LTAbs64f, true)
-ORB_T1(ippsThreshold_GTAbs_16s, Ipp16s, Ipp16s, GTAbs16s, true)
-ORB_T1(ippsThreshold_GTAbs_32s, Ipp32s, Ipp32s, GTAbs32s, true)
-ORB_T1(ippsThreshold_GTAbs_32f, Ipp32f, Ipp32f, GTAbs32f, true)
-ORB_T1(ippsThreshold_GTAbs_64f, Ipp64f, Ipp64f, GTAbs64f, true)
-ORB_T1(ippsThreshold_LTInv_32f, Ipp32f, Ipp32f, LTInv32f, true)
-ORB_T1(ippsThreshold_LTInv_64f, Ipp64f, Ipp64f, LTInv64f, true)
-ORB_T1(ippsThreshold_LTInv_64fc, Ipp64fc, Ipp64f, LTInv64fc, true)
-ORB_TV(ippsThreshold_LTVal_16s, Ipp16s, Ipp16s, Ipp16s, LTVal16s, false)
-ORB_TV(ippsThreshold_LTVal_32f, Ipp32f, Ipp32f, Ipp32f, LTVal32f, false)
-ORB_TV(ippsThreshold_LTVal_64f, Ipp64f, Ipp64f, Ipp64f, LTVal64f, false)
-ORB_TV(ippsThreshold_LTVal_64fc, Ipp64fc, Ipp64f, Ipp64fc, LTVal64fc, true)
-ORB_TV(ippsThreshold_GTVal_16s, Ipp16s, Ipp16s, Ipp16s, GTVal16s, false)
-ORB_TV(ippsThreshold_GTVal_32f, Ipp32f, Ipp32f, Ipp32f, GTVal32f, false)
-ORB_TV(ippsThreshold_GTVal_64f, Ipp64f, Ipp64f, Ipp64f, GTVal64f, false)
-ORB_TV(ippsThreshold_GTVal_64fc, Ipp64fc, Ipp64f, Ipp64fc, GTVal64fc, true)
-ORB_T2(ippsThreshold_LTValGTVal_16s, Ipp16s, LTValGTVal16s)
-ORB_T2(ippsThreshold_LTValGTVal_32s, Ipp32s, LTValGTVal32s)
-ORB_T2(ippsThreshold_LTValGTVal_32f, Ipp32f, LTValGTVal32f)
-ORB_T2(ippsThreshold_LTValGTVal_64f, Ipp64f, LTValGTVal64f)
-}
-
-#undef ORB_T1
-#undef ORB_TV
-#undef ORB_T2
+#define ORB_LEVEL_ENTRIES(S, T)                \
+    ORB_LEVEL(Threshold_LT_##S, T, T, false)   \
+    ORB_LEVEL(Threshold_GT_##S, T, T, false)   \
+    ORB_LEVEL(Threshold_LTAbs_##S, T, T, true) \
+    ORB_LEVEL(Threshold_GTAbs_##S, T, T, true) \
+    ORB_LEVELS(Threshold_LTValGTVal_##S, T)
+ORB_LEVEL_ENTRIES(16s, Ipp16s)
+ORB_LEVEL_ENTRIES(32s, Ipp32s)
+ORB_LEVEL_ENTRIES(32f, Ipp32f)
+ORB_LEVEL_ENTRIES(64f, Ipp64f)
+#undef ORB_LEVEL_ENTRIES
+ORB_LEVEL(Threshold_LTInv_32f, Ipp32f, Ipp32f, true)
+ORB_LEVEL(Threshold_LTInv_64f, Ipp64f, Ipp64f, true)
+ORB_LEVEL_VAL(Threshold_LTVal_16s, Ipp16s, Ipp16s, Ipp16s, false)
+ORB_LEVEL_VAL(Threshold_LTVal_32f, Ipp32f, Ipp32f, Ipp32f, false)
+ORB_LEVEL_VAL(Threshold_LTVal_64f, Ipp64f, Ipp64f, Ipp64f, false)
+ORB_LEVEL_VAL(Threshold_GTVal_16s, Ipp16s, Ipp16s, Ipp16s, false)
+ORB_LEVEL_VAL(Threshold_GTVal_32f, Ipp32f, Ipp32f, Ipp32f, false)
+ORB_LEVEL_VAL(Threshold_GTVal_64f, Ipp64f, Ipp64f, Ipp64f, false)
+ORB_LEVEL(Threshold_LT_64fc, Ipp64fc, Ipp64f, true)
+ORB_LEVEL(Threshold_GT_64fc, Ipp64fc, Ipp64f, true)
+ORB_LEVEL(Threshold_LTInv_64fc, Ipp64fc, Ipp64f, true)
+ORB_LEVEL_VAL(Threshold_LTVal_64fc, Ipp64fc, Ipp64f, Ipp64fc, true)
+ORB_LEVEL_VAL(Threshold_GTVal_64fc, Ipp64fc, Ipp64f, Ipp64fc, true)
 #endif  // HWY_ONCE

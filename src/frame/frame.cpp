@@ -67,11 +67,6 @@ void orbCallStart(void)
     raisedInCall = 0;
 }
 
-int orbRaised(void)
-{
-    return raisedInCall;
-}
-
 /* Bytes per element of a datatype code; 0 for host values, which no kernel
  * may touch. */
 static int64_t elementBytes(int64_t code)

@@ -48,9 +48,6 @@
  * export that does not use it), so nothing carries over between calls. */
 void orbCallStart(void);
 
-/* Whether the current call has raised. */
-int orbRaised(void);
-
 /* Says whether a kernel may run over v as elements of datatype code, trimming
  * *count to v's element count after a raise (see above). */
 int orbFits(HostCallbacks cb, int64_t *count, HostValue v, int64_t code);
