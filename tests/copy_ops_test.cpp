@@ -17,10 +17,8 @@ TEST(CopyOps, ShorterSourcesGoIntoTheBeginning)
 
     EXPECT_EQ(h.call(orbCopy, {float8(h, {1}), float8(h, {1, 2})}).error,
               "rtables must have the same number of elements");
-    Value i1 = h.rtable1(DT_INT1, 2), f4 = float4(h, {1});
-    EXPECT_EQ(h.call(orbCopy, {i1, i1}).error, "datatype not supported");
+    Value f4 = float4(h, {1});
     EXPECT_EQ(h.call(orbMove, {out, f4}).error, wrongType(h, "float[8]", f4));
-    EXPECT_EQ(h.call(orbCopy, {out}).error, "expecting two arguments, but received 1");
 
     // Every element width is copied whole.
     for (int32_t code : {DT_INT2, DT_INT4, DT_INT8, DT_COMPLEX8, DT_FLOAT4}) {
@@ -39,7 +37,6 @@ TEST(CopyOps, SetAndZeroCoverEveryDatatype)
     EXPECT_EQ(h.call(orbSet, {i1, h.integer(200)}).error, "expecting a 16-bit integer, but received 200");
     EXPECT_EQ(written<Ipp64fc>(h, orbSet, {z, h.complex(1, -1)})[1].im, -1);
     EXPECT_EQ(written<int64_t>(h, orbSet, {i8, h.integer(INT64_MIN)})[1], INT64_MIN);
-    EXPECT_EQ(h.call(orbSet, {h.rtable1(DT_ANYTHING, 2), h.integer(1)}).error, "datatype not supported");
 
     for (int32_t code = DT_INT1; code <= DT_FLOAT4; ++code) {
         Value a = h.rtable1(code, 3);
@@ -47,8 +44,6 @@ TEST(CopyOps, SetAndZeroCoverEveryDatatype)
         ASSERT_FALSE(h.call(orbZero, {a}).raised) << code;
         EXPECT_EQ(bytes(h, a), std::string(bytes(h, a).size(), '\0')) << code;
     }
-    EXPECT_EQ(h.call(orbZero, {i1, i1}).error, "expecting one argument, but received 2");
-    EXPECT_EQ(h.call(orbZero, {h.rtable1(DT_PAIR, 1)}).error, "datatype not supported");
 }
 
 TEST(CopyOps, UpSampleSizesAndPhase)
@@ -58,10 +53,7 @@ TEST(CopyOps, UpSampleSizesAndPhase)
     EXPECT_EQ(h.call(orbUpSample, {h.rtable1(DT_FLOAT8, 11), src, h.integer(3)}).error, "output sample too small");
     EXPECT_EQ(written<double>(h, orbUpSample, {out, src, h.integer(3), h.integer(1), h.name("ignored")}),
               (D{0, 1, 0, 0, 2, 0, 0, 3, 0, 0, 4, 0}));
-    EXPECT_EQ(h.call(orbUpSample, {out, src}).error, "expecting three or four arguments, but received 2");
     EXPECT_EQ(h.call(orbUpSample, {out, float4(h, {1}), h.integer(2)}).error, "rtables must have the same datatype");
-    Value b = h.rtable1(DT_INT1, 4);
-    EXPECT_EQ(h.call(orbUpSample, {b, b, h.integer(1)}).error, "datatype not supported");
     // A phase not below the factor is the backend's to refuse.
     CallResult r = h.call(orbUpSample, {out, src, h.integer(3), h.integer(3)});
     EXPECT_EQ(r.error.rfind("IPP Error: ", 0), 0u) << r.error;

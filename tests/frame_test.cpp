@@ -45,8 +45,6 @@ TEST(Frame, InformationalExportsIgnoreTheirArguments)
         EXPECT_EQ((Ipp64u)h.toInteger(r.result), ippGetEnabledCpuFeatures());
     }
     h.forceNumArgs(-1);
-    EXPECT_EQ(h.call(orbGetIPPVersion, {}).error, "impossible number of arguments");
-    EXPECT_EQ(h.call(orbGetEnabledCPUFeatures, {}).error, "impossible number of arguments");
     h.setErrorMode(ErrorMode::Return);
     EXPECT_EQ(h.call(orbGetIPPVersion, {}).result, 0u);
 }
