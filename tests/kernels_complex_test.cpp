@@ -1,75 +1,99 @@
-// Complex-form kernels on every compiled Highway target: moves and
-// conjugates bit for bit; magnitudes, phases and polar conversions against
-// long double, at huge, tiny, zero, infinite and NaN parts.
+// Complex-form kernels: moves and conjugates bit for bit; magnitudes, phases
+// and polar forms against long double at special parts; and the sine and
+// cosine of trig-inl.h behind PolarToCart, compiled here for every target.
 #include "dispatch.h"  // first: the kernels' target set
 
-#include <hwy/tests/hwy_gtest.h>
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "kernels_complex_test.cpp"
+#include <hwy/foreach_target.h>  // IWYU pragma: keep
+#include <hwy/highway.h>
 
-#include <float.h>
-#include <math.h>
+#include "trig-inl.h"
 
-#include <cmath>
-#include <utility>
-#include <vector>
+HWY_BEFORE_NAMESPACE();
+namespace orb_complex_test::HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
 
-#include "ipps.h"
+// s[i], c[i] = sin, cos of x[i]; count is a multiple of the widest vector.
+template <typename T>
+void SinCosArray(const T *x, T *s, T *c, size_t count)
+{
+    const hn::ScalableTag<T> d;
+    hn::Vec<decltype(d)> vs, vc;
+    for (size_t i = 0; i < count; i += hn::Lanes(d)) {
+        orb_kernels::HWY_NAMESPACE::SinCos(d, hn::LoadU(d, x + i), vs, vc);
+        hn::StoreU(vs, d, s + i);
+        hn::StoreU(vc, d, c + i);
+    }
+}
+void SinCosF32(const float *x, float *s, float *c, size_t n) { SinCosArray(x, s, c, n); }
+void SinCosF64(const double *x, double *s, double *c, size_t n) { SinCosArray(x, s, c, n); }
+
+}  // namespace orb_complex_test::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
 #include "kernels_sweep.h"
+
+namespace orb_complex_test {
+HWY_EXPORT(SinCosF32);
+HWY_EXPORT(SinCosF64);
 
 namespace {
 
-using sweep::Is;
+using C = Ipp64fc;
+using sweep::Lim;
 using sweep::Same;
-using sweep::SameAs;
-using sweep::Ulps;
 
 class KernelsComplex : public hwy::TestWithParamTarget {};
 HWY_TARGET_INSTANTIATE_TEST_SUITE_P(KernelsComplex);
 
-constexpr int kLen = sweep::MaxLen<double>();  // complex values are split into vectors of doubles
+// ConjFlip read back in order; RealToCplx with both parts (one alone is no
+// null pointer error) and with either part absent (then one needs the other).
+IppStatus Flipped(const C *src, C *dst, int len)
+{
+    const IppStatus st = ippsConjFlip_64fc(src, dst, len);
+    return st ? st : (std::reverse(dst, dst + len), st);
+}
+IppStatus Both(const double *re, const double *im, C *dst, int len)
+{
+    return re && im ? ippsRealToCplx_64f(re, im, dst, len) : ippStsNullPtrErr;
+}
+IppStatus RealOnly(const double *re, C *dst, int len) { return ippsRealToCplx_64f(re, nullptr, dst, len); }
+IppStatus ImagOnly(const double *im, C *dst, int len) { return ippsRealToCplx_64f(nullptr, im, dst, len); }
 
 TEST_P(KernelsComplex, MovesAndConjugates)
 {
-    const size_t span = sweep::Span(kLen);
-    const std::vector<Ipp64fc> z = sweep::RandomComplex(span, 1);
-    const std::vector<double> re = sweep::Random<double>(span, 2), im = sweep::Random<double>(span, 3);
-    using C = Ipp64fc;
-    sweep::Run<C>(kLen, ippStsNoErr, [&](int n, C *o, C *) { return ippsConj_64fc(z.data(), o, n); },
-                  [&](size_t i, C got, C) { return SameAs(got, C{z[i].re, -z[i].im}); });
-    int len = 0;  // ConjFlip reads back from the end of the length it is given
-    sweep::Run<C>(kLen, ippStsNoErr, [&](int n, C *o, C *) { return ippsConjFlip_64fc(z.data(), o, len = n); },
-                  [&](size_t i, C got, C) { return SameAs(got, C{z[len - 1 - i].re, -z[len - 1 - i].im}); });
-    sweep::Run<double>(
-        kLen, ippStsNoErr, [&](int n, double *r, double *m) { return ippsCplxToReal_64fc(z.data(), r, m, n); },
-        [&](size_t i, double r, double m) { return Is(Same(r, z[i].re) && Same(m, z[i].im), C{r, m}, z[i]); });
-    for (auto [fn, part] : {std::pair{&ippsReal_64fc, &C::re}, {&ippsImag_64fc, &C::im}})
-        sweep::Run<double>(kLen, ippStsNoErr, [&](int n, double *o, double *) { return fn(z.data(), o, n); },
-                           [&](size_t i, double got, double) { return SameAs(got, z[i].*part); });
-    for (int absent = 0; absent < 3; ++absent) {  // an absent part reads as zeros
-        const double *pr = absent == 1 ? nullptr : re.data(), *pi = absent == 2 ? nullptr : im.data();
-        sweep::Run<C>(kLen, ippStsNoErr, [&](int n, C *o, C *) { return ippsRealToCplx_64f(pr, pi, o, n); },
-                      [&](size_t i, C got, C) { return SameAs(got, C{pr ? re[i] : 0.0, pi ? im[i] : 0.0}); });
-    }
-    for (int n : {1, 2, 7, 16, 17}) {  // in place, odd and even lengths
-        std::vector<C> x(z.begin(), z.begin() + n);
-        ippsConjFlip_64fc(x.data(), x.data(), n);
-        ippsConj_64fc(x.data(), x.data(), n);
-        for (int i = 0; i < n; ++i) ASSERT_TRUE(SameAs(x[i], z[n - 1 - i])) << n;
-    }
+    ORB_ROWS(ippsConj_64fc, Flipped).Check([](C z) { return C{z.re, -z.im}; });
+    ORB_ROWS(ippsReal_64fc).Check([](C z) { return z.re; });
+    ORB_ROWS(ippsImag_64fc).Check([](C z) { return z.im; });
+    ORB_ROWS(ippsCplxToReal_64fc).Check([](C z) { return std::pair{z.re, z.im}; });
+    ORB_ROWS(Both).Check([](double re, double im) { return C{re, im}; });
+    ORB_ROWS(RealOnly).Check([](double re) { return C{re, 0}; });
+    ORB_ROWS(ImagOnly).Check([](double im) { return C{0, im}; });
 }
 
-// Every pair of parts from huge, tiny, zero, infinite and NaN values.
+// The real (0) or imaginary (1) parts of every pair from huge, tiny, zero,
+// infinite and NaN values, then of random values.
 template <typename T>
-void SpecialPairs(std::vector<T> &re, std::vector<T> &im)
+std::vector<T> Components(int which)
 {
-    using L = std::numeric_limits<T>;
-    const T v[] = {0, -0.0, L::denorm_min(), L::min(), T(3 * L::min()), T(1e-20), -1, 3, T(4.5e15), T(L::max() / 3),
-                   -L::max(), L::infinity(), -L::infinity(), L::quiet_NaN()};
+    using L = Lim<T>;
+    const T v[] = {0,  -0.0, L::denorm_min(), L::min(), T(3 * L::min()), T(1e-20), T(-1e-20), -1, 3, T(4.5e15),
+                   T(L::max() / 3), -L::max(), L::infinity(), -L::infinity(), L::quiet_NaN()};
+    std::vector<T> out;
     for (T a : v)
-        for (T b : v) re.push_back(a), im.push_back(b);
+        for (T b : v) out.push_back(which ? b : a);
+    for (T x : sweep::Random<T>(200, which + 4)) out.push_back(x);
+    return out;
 }
-
-template <typename T>
-using SplitFn = IppStatus (*)(const T *, const T *, T *, int);
+const auto components = [](auto t, int k) { return Components<decltype(t)>(k); };
+const auto pairs = [](C, int) {
+    const std::vector<double> re = Components<double>(0), im = Components<double>(1);
+    std::vector<C> z(re.size());
+    for (size_t i = 0; i < z.size(); ++i) z[i] = {re[i], im[i]};
+    return z;
+};
 
 // The phase in (-pi, pi]: atan2, but +pi where it would be -pi (a zero
 // imaginary part of either sign and a real part with its sign bit set).
@@ -79,142 +103,111 @@ long double Phase(long double re, long double im)
 }
 
 // Magnitude within 1 ulp of hypot, phase within 2 ulps (zeros with their
-// signs), power spectrum with or without a fused add.
-template <typename T>
-void CheckSplitForms(SplitFn<T> magn, SplitFn<T> phase, SplitFn<T> power)
+// signs, so that the range ends at +pi), power spectrum with or without a
+// fused add; the interleaved and two-output forms the same values.
+TEST_P(KernelsComplex, MagnitudePhasePowerAndPolarForms)
 {
-    std::vector<T> re = sweep::Random<T>(sweep::Span(sweep::MaxLen<T>()), 4), im = sweep::Random<T>(re.size(), 5);
-    SpecialPairs(re, im);
-    auto check = [&](auto fn, auto ok) {
-        sweep::Run<T>(sweep::MaxLen<T>(), ippStsNoErr, [&](int n, T *o, T *) { return fn(re.data(), im.data(), o, n); },
-                      [&](size_t i, T got, T) { return ok(i, got); });
-        std::vector<T> all(re.size());
-        fn(re.data(), im.data(), all.data(), int(all.size()));
-        for (size_t i = 0; i < all.size(); ++i) ASSERT_TRUE(ok(i, all[i])) << re[i] << " + " << im[i] << "i";
-    };
-    check(magn, [&](size_t i, T got) {
-        const long double h = hypotl(re[i], im[i]);
-        return Is(Ulps(got, h) <= 1, got, T(h));
+    const auto split = [](auto fn, C z) { double r; return fn(&z.re, &z.im, &r, 1), r; };  // the two-array form
+    ORB_ROWS(ippsMagnitude_32f, ippsMagnitude_64f).From(components).Check(hypotl, {.ulp = 1});
+    ORB_ROWS(ippsPhase_32f, ippsPhase_64f).From(components).Check(Phase, {.ulp = 2});
+    ORB_ROWS(ippsPowerSpectr_32f, ippsPowerSpectr_64f).From(components).Check([](auto re, auto im, auto got) {
+        using T = decltype(re);
+        return Same(got, std::fma(re, re, T(im * im))) || Same(got, T(T(re * re) + T(im * im)));
     });
-    check(phase, [&](size_t i, T got) {
-        const long double a = Phase(re[i], im[i]);
-        return Is(Ulps(got, a) <= 2, got, T(a));
+    ORB_ROWS(ippsMagnitude_64fc).From(pairs).Check([=](C z) { return split(ippsMagnitude_64f, z); });
+    ORB_ROWS(ippsPhase_64fc).From(pairs).Check([=](C z) { return split(ippsPhase_64f, z); });
+    ORB_ROWS(ippsPowerSpectr_64fc).From(pairs).Check([=](C z) { return split(ippsPowerSpectr_64f, z); });
+    ORB_ROWS(ippsCartToPolar_64fc).From(pairs).Check([=](C z) {
+        return std::pair{split(ippsMagnitude_64f, z), split(ippsPhase_64f, z)};
     });
-    check(power, [&](size_t i, T got) {
-        const T fused = std::fma(re[i], re[i], T(im[i] * im[i]));
-        return Is(Same(got, fused) || Same(got, T(T(re[i] * re[i]) + T(im[i] * im[i]))), got, fused);
+    ORB_ROWS(ippsCartToPolar_64f).From(components).Check([=](double re, double im) {
+        return std::pair{split(ippsMagnitude_64f, C{re, im}), split(ippsPhase_64f, C{re, im})};
     });
-}
-
-TEST_P(KernelsComplex, MagnitudePhaseAndPower)
-{
-    CheckSplitForms<float>(ippsMagnitude_32f, ippsPhase_32f, ippsPowerSpectr_32f);
-    CheckSplitForms<double>(ippsMagnitude_64f, ippsPhase_64f, ippsPowerSpectr_64f);
-
-    // The interleaved and two-output forms give the same values.
-    std::vector<double> re = sweep::Random<double>(sweep::Span(kLen), 6), im = sweep::Random<double>(re.size(), 7);
-    SpecialPairs(re, im);
-    const int n = int(re.size());
-    std::vector<Ipp64fc> z(n);
-    std::vector<double> m(n), p(n), w(n), a(n), b(n);
-    ippsRealToCplx_64f(re.data(), im.data(), z.data(), n);
-    ippsMagnitude_64f(re.data(), im.data(), m.data(), n);
-    ippsPhase_64f(re.data(), im.data(), p.data(), n);
-    ippsPowerSpectr_64f(re.data(), im.data(), w.data(), n);
-    using Fn = IppStatus (*)(const Ipp64fc *, double *, int);
-    for (auto [fn, want] : {std::pair<Fn, double *>{ippsMagnitude_64fc, m.data()}, {ippsPhase_64fc, p.data()},
-                            {ippsPowerSpectr_64fc, w.data()}})
-        sweep::Run<double>(kLen, ippStsNoErr, [&](int k, double *o, double *) { return fn(z.data(), o, k); },
-                           [&](size_t i, double got, double) { return SameAs(got, want[i]); });
-    sweep::Run<double>(
-        kLen, ippStsNoErr, [&](int k, double *x, double *y) { return ippsCartToPolar_64fc(z.data(), x, y, k); },
-        [&](size_t i, double x, double y) {
-            return Is(Same(x, m[i]) && Same(y, p[i]), Ipp64fc{x, y}, Ipp64fc{m[i], p[i]});
-        });
-    ippsCartToPolar_64f(re.data(), im.data(), a.data(), b.data(), n);
-    for (int i = 0; i < n; ++i) ASSERT_TRUE(Same(a[i], m[i]) && Same(b[i], p[i])) << re[i] << " + " << im[i] << "i";
-}
-
-TEST_P(KernelsComplex, PolarToCartesian)
-{
     // Finite magnitudes; phases random, special, exact multiples of pi and
     // beyond the range of the vector sine.
-    std::vector<double> m = sweep::Random<double>(sweep::Span(kLen), 8), t = sweep::Random<double>(m.size(), 9);
+    std::vector<double> m = sweep::Random<double>(sweep::Span(17), 8), t = sweep::Random<double>(m.size(), 9);
     for (double &x : m) x = std::isfinite(x) ? x : 2.5;
     const double far[] = {0, -0.0, M_PI, -M_PI / 2, 39000.5, -1e6, 1e22};
     for (size_t i = 0; i < 7; ++i) t[2 * i + 1] = far[i];
     // Within a few eps of the magnitude, NaN where cos or sin is.
-    auto near = [&](size_t i, double re, double im) {
-        const long double wre = m[i] * cosl(t[i]), wim = m[i] * sinl(t[i]);
-        const long double tol = 4 * DBL_EPSILON * fabsl(m[i]) + DBL_TRUE_MIN;
-        const bool ok = isnan(wre) ? isnan(re) && isnan(im) : fabsl(re - wre) <= tol && fabsl(im - wim) <= tol;
-        return Is(ok, Ipp64fc{re, im}, Ipp64fc{double(wre), double(wim)});
+    const auto near = [](double m, double t, double re, double im) {
+        const long double wre = m * cosl(t), wim = m * sinl(t), tol = 4 * DBL_EPSILON * fabsl(m) + DBL_TRUE_MIN;
+        return isnan(wre) ? isnan(re) && isnan(im) : fabsl(re - wre) <= tol && fabsl(im - wim) <= tol;
     };
-    sweep::Run<Ipp64fc>(
-        kLen, ippStsNoErr, [&](int k, Ipp64fc *o, Ipp64fc *) { return ippsPolarToCart_64fc(m.data(), t.data(), o, k); },
-        [&](size_t i, Ipp64fc z, Ipp64fc) { return near(i, z.re, z.im); });
-    sweep::Run<double>(
-        kLen, ippStsNoErr,
-        [&](int k, double *x, double *y) { return ippsPolarToCart_64f(m.data(), t.data(), x, y, k); },
-        [&](size_t i, double x, double y) { return near(i, x, y); });
+    ORB_ROWS(ippsPolarToCart_64fc).From(m, t).Check([=](double m, double t, C z) { return near(m, t, z.re, z.im); });
+    ORB_ROWS(ippsPolarToCart_64f).From(m, t).Check(near);
+    // Exact at phase +-0, the zero's sign reaching the imaginary part, and
+    // correctly rounded near the axes.
+    const std::vector<double> m4 = {2, 2, 3, 0.5}, t4 = {0, -0.0, M_PI_2, -M_PI};
+    ORB_ROWS(ippsPolarToCart_64fc).From(m4, t4).Check([](double m, double t) { return C{m * cos(t), m * sin(t)}; });
+    ORB_ROWS(ippsPolarToCart_64f).From(m4, t4).Check([](double m, double t) {
+        return std::pair{m * cos(t), m * sin(t)};
+    });
 }
 
-// Where the range ends: the negative real axis, from either side of its
-// zero, and the four signed zeros, in every phase-producing form; among
-// values of the main loop and in the partial vector at the end.
+using orb_kernels::HWY_NAMESPACE::kTrigReduceLimit;  // the same on every target
+
+// First kSpecials: signed zeros, tiny arguments (where sin x = x and cos x =
+// 1 are correctly rounded), infinities and NaN. Then those nearest a multiple
+// of pi/2 within the limit (r down to 2^-60.5 for doubles, 2^-27.8 for
+// floats), the limit, lanes past it among reduced ones, sweeps (two periods,
+// log-spaced to the limit, uniform within it) and random bit patterns (mostly
+// tiny or past the limit); a multiple of the widest vector long.
+constexpr size_t kSpecials = 10;
 template <typename T>
-void CheckPhaseEdges(IppStatus (*phase)(const T *, const T *, T *, int))
+std::vector<T> Arguments()
 {
-    const T pi = T(M_PIl), inf = std::numeric_limits<T>::infinity();
-    const T in[][3] = {{-1, -0.0, pi},  {-1, 0, pi},      {T(-1e-30), -0.0, pi}, {-inf, -0.0, pi}, {-0.0, -0.0, pi},
-                       {-0.0, 0, pi},   {0, -0.0, -0.0},  {0, 0, 0},             {1, -0.0, -0.0},  {5, 0, 0},
-                       {-1, T(-1e-30), -pi}};
-    std::vector<T> re, im, want;
-    for (int rep = 0; rep < 4; ++rep)
-        for (const auto &v : in) re.push_back(v[0]), im.push_back(v[1]), want.push_back(v[2]);
-    const int n = int(re.size()) - 1;
-    std::vector<T> got(n);
-    ASSERT_EQ(phase(re.data(), im.data(), got.data(), n), ippStsNoErr);
-    for (int i = 0; i < n; ++i)
-        ASSERT_TRUE(sweep::SameAs(got[i], want[i])) << sizeof(T) * 8 << "-bit phase of " << re[i] << " + " << im[i] << "i";
+    const double lim = kTrigReduceLimit;
+    const T tiny = Lim<T>::denorm_min(), small = T(sizeof(T) == 8 ? 0x1p-27 : 0x1p-13f), inf = Lim<T>::infinity();
+    std::vector<T> v = {T(0), T(-0.0), tiny, -tiny, Lim<T>::min(), small, -small, inf, -inf, Lim<T>::quiet_NaN()};
+    v.reserve(500200);
+    if constexpr (sizeof(T) == 8)
+        v.insert(v.end(), {0x1.6c6cbc45dc8dep+5, 0x1.6c6cbc45dc8dep+11, 0x1.39c6fd67805a7p+18, lim, -lim + 0x1p-30});
+    else
+        v.insert(v.end(), {0x1.f9cbe2p+7f, 0x1.2d97c8p+2f, 0x1.9a48dep+15f, 0x1.4ac55cp+21f, nextafterf(lim, 0)});
+    for (double far : {nextafter(lim, HUGE_VAL), -1e7, 1e22, -0x1.6c6cbc45dc8dep+797, DBL_MAX})
+        v.insert(v.end(), {T(0.5), T(fmin(far, Lim<T>::max())), T(-2), T(3e6)});
+    std::mt19937_64 rng(5);
+    std::uniform_real_distribution<double> in_range(-lim, lim);
+    for (int i = 0; i <= 100000; ++i) {
+        const T g = T(1e-30 * pow(lim / 1e-30, i / 1e5));
+        v.insert(v.end(), {T(-7 + 14 * (i / 1e5)), g, -g, T(in_range(rng)), T()});
+        const uint64_t bits = rng();
+        memcpy(&v.back(), &bits, sizeof(T));
+    }
+    v.resize((v.size() + 15) / 16 * 16);
+    return v;
 }
 
-// The interleaved and two-output forms, on parts given as two arrays.
-IppStatus CartToPolarPhase(const double *re, const double *im, double *phase, int n)
+// Within the bound against long double; past the limit, the C library's
+// double results (rounded, for floats) exactly; sin odd and cos even bit for
+// bit.
+TEST_P(KernelsComplex, SineAndCosineWithinAnUlpOddEvenAndFarLanesFromTheCLibrary)
 {
-    std::vector<double> m(n);
-    return ippsCartToPolar_64f(re, im, m.data(), phase, n);
-}
-template <bool kPolar>
-IppStatus InterleavedPhase(const double *re, const double *im, double *phase, int n)
-{
-    std::vector<Ipp64fc> z(n);
-    std::vector<double> m(n);
-    ippsRealToCplx_64f(re, im, z.data(), n);
-    return kPolar ? ippsCartToPolar_64fc(z.data(), m.data(), phase, n) : ippsPhase_64fc(z.data(), phase, n);
-}
-
-TEST_P(KernelsComplex, PhaseIsInMinusPiToPi)
-{
-    CheckPhaseEdges<float>(ippsPhase_32f);
-    CheckPhaseEdges<double>(ippsPhase_64f);
-    CheckPhaseEdges<double>(CartToPolarPhase);
-    CheckPhaseEdges<double>(InterleavedPhase<false>);
-    CheckPhaseEdges<double>(InterleavedPhase<true>);
-}
-
-TEST(KernelsComplexStatus, NullPointersThenLengths)
-{
-    ORB_EXPECT_STATUSES(ippsConj_64fc, ippsConjFlip_64fc, ippsReal_64fc, ippsImag_64fc, ippsCplxToReal_64fc,
-                        ippsMagnitude_64fc, ippsMagnitude_32f, ippsMagnitude_64f, ippsPhase_64fc, ippsPhase_32f,
-                        ippsPhase_64f, ippsPowerSpectr_64fc, ippsPowerSpectr_32f, ippsPowerSpectr_64f,
-                        ippsCartToPolar_64fc, ippsCartToPolar_64f, ippsPolarToCart_64fc, ippsPolarToCart_64f);
-    // RealToCplx needs a destination and at least one source.
-    double r[2] = {1, 2};
-    Ipp64fc z[2];
-    EXPECT_EQ(ippsRealToCplx_64f(nullptr, nullptr, z, 2), ippStsNullPtrErr);
-    EXPECT_EQ(ippsRealToCplx_64f(r, r, nullptr, 2), ippStsNullPtrErr);
-    EXPECT_EQ(ippsRealToCplx_64f(nullptr, r, z, 0), ippStsSizeErr);
+    const auto check = [](auto zero) {
+        using T = decltype(zero);
+        const std::vector<T> x = Arguments<T>();
+        std::vector<T> neg, s(x.size()), c(x.size()), ns(x.size()), nc(x.size());
+        for (T v : x) neg.push_back(-v);
+        for (auto [a, sa, ca] : {std::tuple(x.data(), s.data(), c.data()), {neg.data(), ns.data(), nc.data()}}) {
+            if constexpr (sizeof(T) == 4) HWY_DYNAMIC_DISPATCH(SinCosF32)(a, sa, ca, x.size());
+            else HWY_DYNAMIC_DISPATCH(SinCosF64)(a, sa, ca, x.size());
+        }
+        for (size_t i = 0; i < x.size(); ++i) {
+            const auto where = [&] { return sweep::Str(x[i]) + ": " + sweep::Str(s[i]) + ", " + sweep::Str(c[i]); };
+            const bool special = isfinite(x[i]) ? Same(s[i], x[i]) && c[i] == 1 : isnan(s[i]) && isnan(c[i]);
+            ASSERT_TRUE(i >= kSpecials || special) << where();
+            const double e = fmax(sweep::Ulps(s[i], sinl(x[i])), sweep::Ulps(c[i], cosl(x[i]))), xd = x[i];
+            ASSERT_LE(e, sizeof(T) == 8 ? 0.85 : 0.501) << where();
+            const bool far = isfinite(xd) && fabs(xd) > kTrigReduceLimit;
+            ASSERT_TRUE(!far || (Same(s[i], T(sin(xd))) && Same(c[i], T(cos(xd))))) << where();
+            ASSERT_TRUE(Same(ns[i], T(-s[i])) && Same(nc[i], c[i])) << where();
+        }
+    };
+    check(0.0f);
+    check(0.0);
 }
 
 }  // namespace
+}  // namespace orb_complex_test
+#endif  // HWY_ONCE

@@ -1,15 +1,9 @@
 // The backend's core: status texts, start-up, processor features, version
 // record and the allocators with their test hooks.
-#include <gtest/gtest.h>
+#include "kernels_sweep.h"  // first: the kernels' target set
 
 #include <climits>
-#include <cstdint>
-#include <cstring>
-#include <string>
 #include <thread>
-#include <vector>
-
-#include "hwy/targets.h"
 
 #include "backend_hooks.h"
 #include "cpu_features.h"
@@ -28,10 +22,9 @@ TEST(KernelsCoreStatus, TextsValuesAndSigns)
 #undef ORB_TEST_STATUS
     // Published values that callers compare against.
     const std::pair<IppStatus, int> values[] = {
-        {ippStsNoErr, 0},        {ippStsErr, -2},          {ippStsSizeErr, -6},           {ippStsNullPtrErr, -8},
-        {ippStsMemAllocErr, -9}, {ippStsFftOrderErr, -15}, {ippStsContextMatchErr, -17},  {ippStsHugeWinErr, -39},
-        {ippStsRegExpErr, -189}, {ippStsBorderErr, -225},  {ippStsSizeMatchMatrixErr, -204}, {ippStsDivByZero, 6},
-        {ippStsOverflow, 12}};
+        {ippStsNoErr, 0}, {ippStsErr, -2}, {ippStsSizeErr, -6}, {ippStsNullPtrErr, -8}, {ippStsMemAllocErr, -9},
+        {ippStsFftOrderErr, -15}, {ippStsContextMatchErr, -17}, {ippStsHugeWinErr, -39}, {ippStsRegExpErr, -189},
+        {ippStsBorderErr, -225}, {ippStsSizeMatchMatrixErr, -204}, {ippStsDivByZero, 6}, {ippStsOverflow, 12}};
     for (auto [status, value] : values) EXPECT_EQ(status, value);
     EXPECT_STREQ(ippGetStatusString(ippStsNullPtrErr), "ippStsNullPtrErr: Null pointer error.");
     // Unknown codes share the text of the status that names them.
@@ -81,17 +74,13 @@ TEST(KernelsCoreFeatures, InitSelectsATargetAndTheMaskAgreesWithHighway)
     // coprocessor bits.
     EXPECT_EQ(f & ~(kLegacyFeatures | kYmmFeatures | kZmmFeatures), 0u);
 #if HWY_ARCH_X86_64
-    const Ipp64u baseline = ippCPUID_MMX | ippCPUID_SSE | ippCPUID_SSE2;
-    const Ipp64u avx2 = ippCPUID_AVX2 | ippAVX_ENABLEDBYOS;
-    const Ipp64u avx3 = ippCPUID_AVX512F | ippCPUID_AVX512VL | ippCPUID_AVX512DQ | ippCPUID_AVX512BW;
-    const Ipp64u sse4 = ippCPUID_SSE41 | ippCPUID_SSE42;
-    const int64_t supported = hwy::SupportedTargets();
-    EXPECT_EQ(f & baseline, baseline);
-    EXPECT_EQ((f & avx2) == avx2, (supported & HWY_AVX2) != 0);
-    EXPECT_EQ((f & avx3) == avx3, (supported & HWY_AVX3) != 0);
-    EXPECT_TRUE(!(supported & HWY_SSE4) || (f & sse4) == sse4);
+    const auto has = [&](Ipp64u bits) { return (f & bits) == bits; };
+    const auto target = [](int64_t t) { return (hwy::SupportedTargets() & t) != 0; };
+    EXPECT_TRUE(has(ippCPUID_MMX | ippCPUID_SSE | ippCPUID_SSE2));
+    EXPECT_EQ(has(ippCPUID_AVX2 | ippAVX_ENABLEDBYOS), target(HWY_AVX2));
+    EXPECT_EQ(has(ippCPUID_AVX512F | ippCPUID_AVX512VL | ippCPUID_AVX512DQ | ippCPUID_AVX512BW), target(HWY_AVX3));
+    EXPECT_TRUE(!target(HWY_SSE4) || has(ippCPUID_SSE41 | ippCPUID_SSE42));
 #endif
-
     // The version record: the same one each time, complete, and its
     // version text starts with its numbers.
     const IppLibraryVersion *v = ippsGetLibVersion();
@@ -102,24 +91,19 @@ TEST(KernelsCoreFeatures, InitSelectsATargetAndTheMaskAgreesWithHighway)
     EXPECT_LT(strnlen(v->targetCpu, sizeof v->targetCpu), sizeof v->targetCpu);
 }
 
-bool Aligned64(const void *p) { return reinterpret_cast<uintptr_t>(p) % 64 == 0; }
-
-TEST(KernelsCoreMemory, BlocksAreAlignedPaddedCountedAndRefusedForBadSizes)
+TEST(KernelsCoreMemory, BlocksAreAlignedPaddedCountedAndRefusedAndFailuresInjectedExactly)
 {
+    const auto Aligned64 = [](const void *p) { return reinterpret_cast<uintptr_t>(p) % 64 == 0; };
     const int64_t before = orbBackendLiveAllocations();
     for (int len : {1, 3, 17, 64, 1000, 4097}) {
-        Ipp8u *b8 = ippsMalloc_8u(len);
-        Ipp32fc *b32c = ippsMalloc_32fc(len);
-        Ipp64f *b64 = ippsMalloc_64f(len);
-        Ipp32f *b32 = ippsMalloc_32f(len);
-        ASSERT_TRUE(Aligned64(b8) && Aligned64(b32c) && Aligned64(b64) && Aligned64(b32) && b8 && b32c && b64 && b32);
+        void *b[4] = {ippsMalloc_8u(len), ippsMalloc_32fc(len), ippsMalloc_64f(len), ippsMalloc_32f(len)};
+        const size_t bytes[4] = {1, sizeof(Ipp32fc), sizeof(Ipp64f), sizeof(Ipp32f)};
         EXPECT_EQ(orbBackendLiveAllocations(), before + 4);
-        // The whole requested length is usable.
-        std::memset(b8, 1, size_t(len));
-        std::memset(b32c, 1, size_t(len) * sizeof(Ipp32fc));
-        std::memset(b32, 1, size_t(len) * sizeof(Ipp32f));
-        b64[len - 1] = 1.0;
-        for (void *p : {(void *)b8, (void *)b32c, (void *)b64, (void *)b32}) ippsFree(p);
+        for (int k = 0; k < 4; ++k) {
+            ASSERT_TRUE(b[k] && Aligned64(b[k])) << len;
+            memset(b[k], 1, size_t(len) * bytes[k]);  // the whole requested length is usable
+            ippsFree(b[k]);
+        }
     }
     // Image rows are padded to 64-byte steps.
     for (int channels : {1, 3})
@@ -129,7 +113,7 @@ TEST(KernelsCoreMemory, BlocksAreAlignedPaddedCountedAndRefusedForBadSizes)
             ASSERT_TRUE(img && Aligned64(img));
             const int rowBytes = width * channels * int(sizeof(Ipp32f));
             EXPECT_TRUE(step % 64 == 0 && step >= rowBytes && step - rowBytes < 64) << width << "x" << channels;
-            std::memset(img, 0, size_t(3 * step + rowBytes));  // four rows fit
+            memset(img, 0, size_t(3 * step + rowBytes));  // four rows fit
             ippiFree(img);
         }
     // Invalid sizes and null frees allocate and free nothing; a row too long
@@ -139,40 +123,27 @@ TEST(KernelsCoreMemory, BlocksAreAlignedPaddedCountedAndRefusedForBadSizes)
     int step = -7;
     EXPECT_TRUE(!ippiMalloc_32f_C1(0, 5, &step) && !ippiMalloc_32f_C1(5, 0, &step) && !ippiMalloc_32f_C3(-1, 5, &step));
     EXPECT_TRUE(!ippiMalloc_32f_C1(5, 5, nullptr) && !ippiMalloc_32f_C3(INT_MAX / 8, 1, &step) && step == -7);
-    ippsFree(nullptr);
-    ippiFree(nullptr);
+    ippsFree(nullptr), ippiFree(nullptr);
     EXPECT_EQ(orbBackendLiveAllocations(), before);
-}
-
-TEST(KernelsCoreMemory, FailureInjectionHitsTheKthCallOnceAndCountsStayExact)
-{
-    struct Disarm {
-        ~Disarm() { orbBackendFailNthAllocation(0); }
-    } disarm;
-    const int64_t before = orbBackendLiveAllocations();
+    // Failure injection hits the k-th call once; counts stay exact.
+    struct Disarm { ~Disarm() { orbBackendFailNthAllocation(0); } } disarm;
     orbBackendFailNthAllocation(3);
     Ipp8u *first = ippsMalloc_8u(8);
     EXPECT_EQ(ippsMalloc_32f(0), nullptr);  // an invalid call still counts
-    int step = 0;
     EXPECT_EQ(ippiMalloc_32f_C1(4, 4, &step), nullptr);
     Ipp64f *fourth = ippsMalloc_64f(8);  // disarmed after firing
     EXPECT_TRUE(first && fourth);
     EXPECT_EQ(orbBackendLiveAllocations(), before + 2);
-    ippsFree(first);
-    ippsFree(fourth);
+    ippsFree(first), ippsFree(fourth);
     // Zero disarms a pending failure.
     orbBackendFailNthAllocation(2);
     orbBackendFailNthAllocation(0);
-    for (int i = 0; i < 3; ++i) {
-        Ipp8u *p = ippsMalloc_8u(1);
-        EXPECT_NE(p, nullptr);
-        ippsFree(p);
-    }
+    void *p[3] = {ippsMalloc_8u(1), ippsMalloc_8u(1), ippsMalloc_8u(1)};
+    EXPECT_TRUE(p[0] && p[1] && p[2]);
+    ippsFree(p[0]), ippsFree(p[1]), ippsFree(p[2]);
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t)
-        threads.emplace_back([] {
-            for (int i = 0; i < 20000; ++i) ippsFree(ippsMalloc_32f(1 + i % 97));
-        });
+        threads.emplace_back([] { for (int i = 0; i < 20000; ++i) ippsFree(ippsMalloc_32f(1 + i % 97)); });
     for (std::thread &t : threads) t.join();
     EXPECT_EQ(orbBackendLiveAllocations(), before);
 }

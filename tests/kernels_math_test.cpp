@@ -1,67 +1,9 @@
-// Unary math kernels through their public entry points, on every compiled
-// Highway target.
-#include "dispatch.h"  // first: the kernels' target set
-
-#include <hwy/tests/hwy_gtest.h>
-
-#include <float.h>
-#include <math.h>
-#include <string.h>
-
-#include <complex>
-#include <limits>
-#include <random>
-#include <vector>
-
-#include "ipps.h"
-#include "kernels_sweep.h"
+// Unary math kernels against long double over the whole line.
+#include "kernels_sweep.h"  // first: the kernels' target set
 
 namespace {
 
-template <typename T>
-using Unary = IppStatus (*)(const T *, T *, int);
-template <typename T>
-using Lim = std::numeric_limits<T>;
-
-IppStatus Normalize(const double *s, double *d, int n) { return ippsNormalize_64f(s, d, n, 0.25, -3.0); }
-
-// A real function: its exact value, the error allowed and the interval of
-// its accuracy sweep (log-spaced, both signs, when lo > 0).
-template <typename T>
-struct Fn {
-    const char *name;
-    Unary<T> fn;
-    long double (*exact)(long double);
-    double max_ulp, lo, hi;
-};
-
-template <typename T>
-Unary<T> Pick(Unary<float> f32, Unary<double> f64)
-{
-    if constexpr (sizeof(T) == 4) return f32; else return f64;
-}
-
-template <typename T>
-std::vector<Fn<T>> Functions()
-{
-    constexpr bool f = sizeof(T) == 4;
-    const double big = Lim<T>::max();
-    std::vector<Fn<T>> fns = {
-        {"Abs", Pick<T>(ippsAbs_32f, ippsAbs_64f), [](long double x) { return fabsl(x); }, 0, -big, big},
-        {"Sqr", Pick<T>(ippsSqr_32f, ippsSqr_64f), [](long double x) { return x * x; }, 0.501, -big, big},
-        {"Sqrt", Pick<T>(ippsSqrt_32f, ippsSqrt_64f), [](long double x) { return x < 0 ? NAN : sqrtl(x); }, 0.501,
-         -big, big},
-        {"Exp", Pick<T>(ippsExp_32f, ippsExp_64f), [](long double x) { return expl(x); }, 2, f ? -104 : -746,
-         f ? 89 : 710},
-        // Zeros and subnormals have no logarithm here: -inf, as documented.
-        {"Ln", Pick<T>(ippsLn_32f, ippsLn_64f),
-         [](long double x) { return x < 0 ? NAN : x < Lim<T>::min() ? -INFINITY : logl(x); }, 2, Lim<T>::min(), big},
-        {"Arctan", Pick<T>(ippsArctan_32f, ippsArctan_64f), [](long double x) { return atanl(x); }, 3, 1e-30, big},
-    };
-    if constexpr (!f)
-        fns.push_back({"Normalize", Normalize, [](long double x) { return (x - 0.25L) / -3.0L; }, 1, -big, big});
-    return fns;
-}
+using sweep::Lim;
 
 // The special values, a sweep of [lo, hi] and random bit patterns.
 template <typename T>
@@ -73,7 +15,7 @@ std::vector<T> Inputs(double lo, double hi, size_t sweep, size_t random)
     for (size_t i = 0; i < sweep; ++i) {
         const double u = double(i) / double(sweep - 1);
         if (lo > 0) v.insert(v.end(), {T(lo * pow(hi / lo, u)), T(-lo * pow(hi / lo, u))});
-        else v.push_back(T(lo + u * (hi - lo)));
+        else v.push_back(T(lo * (1 - u) + hi * u));
     }
     std::mt19937_64 rng(7);
     for (size_t i = 0; i < random; ++i) {
@@ -84,70 +26,43 @@ std::vector<T> Inputs(double lo, double hi, size_t sweep, size_t random)
     return v;
 }
 
+// For the lengths the specials, [-3, 3] and exp's slow path (+-800) first;
+// then the accuracy sweep of [lo, hi] in each type.
+template <class Lo, class Hi>
+auto Line(Lo lo, Hi hi)
+{
+    return [=](auto t, int) {
+        using T = decltype(t);
+        std::vector<T> in = Inputs<T>(-3, 3, 40, 40), line = Inputs<T>(T(lo), T(hi), 100000, 100000);
+        for (size_t i = 0; i < in.size(); i += 7) in[i] = T(i % 2 ? 800 : -800);
+        in.insert(in.end(), line.begin(), line.end());
+        return in;
+    };
+}
+
 class KernelsMath : public hwy::TestWithParamTarget {};
 HWY_TARGET_INSTANTIATE_TEST_SUITE_P(KernelsMath);
 
-template <typename T>
-void CheckAccuracy()
+TEST_P(KernelsMath, AccurateOverTheWholeLineAtEveryLengthWarningOnlyOfDomainFaults)
 {
-    for (const Fn<T> &f : Functions<T>()) {
-        const std::vector<T> in = Inputs<T>(f.lo, f.hi, 100000, 100000);
-        std::vector<T> out(in.size());
-        f.fn(in.data(), out.data(), int(in.size()));
-        double worst = 0;
-        size_t at = 0;
-        for (size_t i = 0; i < in.size(); ++i) {
-            const double e = sweep::Ulps(out[i], f.exact(in[i]));
-            if (e > worst) worst = e, at = i;
-        }
-        EXPECT_LE(worst, f.max_ulp) << f.name << sizeof(T) * 8 << "(" << in[at] << ") gave " << out[at];
-    }
-}
-
-TEST_P(KernelsMath, AccurateOverTheWholeLine)
-{
-    CheckAccuracy<float>();
-    CheckAccuracy<double>();
-}
-
-// Every length, cached and streamed, at three alignments, and in place:
-// each element must come out as it does within one long array.
-template <typename T>
-void CheckLengths(const char *name, Unary<T> fn, const std::vector<T> &values)
-{
-    SCOPED_TRACE(name);
-    std::vector<T> in = values;
-    while (in.size() < sweep::Span(sweep::MaxLen<T>())) in.insert(in.end(), values.begin(), values.end());
-    std::vector<T> whole(in.size()), same = in;
-    ASSERT_GE(fn(in.data(), whole.data(), int(in.size())), 0);
-    ASSERT_GE(fn(same.data(), same.data(), int(in.size())), 0);
-    for (size_t i = 0; i < in.size(); ++i) ASSERT_TRUE(sweep::SameAs(same[i], whole[i])) << "in place, at " << i;
-    sweep::Run<T>(sweep::MaxLen<T>(), ippStsNoErr,
-                  [&](int len, T *o, T *) { return std::min(fn(in.data(), o, len), IppStatus(ippStsNoErr)); },
-                  [&](size_t i, T got, T) { return sweep::SameAs(got, whole[i]); });
-}
-
-TEST_P(KernelsMath, EveryLengthAgreesWithLongArrays)
-{
-    const auto all = [](auto zero) {
-        using T = decltype(zero);
-        std::vector<T> in = Inputs<T>(-3, 3, 40, 40);  // specials first, so tails see them
-        for (size_t i = 0; i < in.size(); i += 7) in[i] = T(i % 2 ? 800 : -800);  // exp's slow path
-        for (const Fn<T> &f : Functions<T>()) CheckLengths(f.name, f.fn, in);
-    };
-    all(0.0f);
-    all(0.0);
-    const std::vector<double> flat = Inputs<double>(-1e6, 1e6, 0, 100);
-    std::vector<Ipp64fc> c(flat.size() / 2);
-    memcpy(c.data(), flat.data(), c.size() * sizeof(Ipp64fc));
-    CheckLengths("Sqr_64fc", ippsSqr_64fc, c);
-    CheckLengths("Sqrt_64fc", ippsSqrt_64fc, c);
-}
-
-// Against long double, with the special cases of the principal root among
-// the inputs (their signed zeros and infinities must match).
-TEST_P(KernelsMath, ComplexSquareAndRoot)
-{
+    const sweep::ByType big(FLT_MAX, DBL_MAX), low(-FLT_MAX, -DBL_MAX), least(FLT_MIN, DBL_MIN);
+    const auto ulp = [](double u) { return sweep::Opt{.status = sweep::kAnyWarning, .ulp = u}; };
+    ORB_ROWS(ippsAbs_32f, ippsAbs_64f).From(Line(low, big)).Check([](long double x) { return fabsl(x); }, ulp(0));
+    ORB_ROWS(ippsSqr_32f, ippsSqr_64f).From(Line(low, big)).Check([](long double x) { return x * x; }, ulp(0.501));
+    ORB_ROWS(ippsSqrt_32f, ippsSqrt_64f).From(Line(low, big))
+        .Check([](long double x) { return x < 0 ? NAN : sqrtl(x); }, ulp(0.501));
+    ORB_ROWS(ippsExp_32f, ippsExp_64f).From(Line(sweep::ByType(-104.0f, -746.0), sweep::ByType(89.0f, 710.0)))
+        .Check([](long double x) { return expl(x); }, ulp(2));
+    // Zeros and subnormals have no logarithm here: -inf, as documented.
+    ORB_ROWS(ippsLn_32f, ippsLn_64f).From(Line(least, big)).Check([](auto x) {
+        return x < 0 ? NAN : x < Lim<decltype(x)>::min() ? -INFINITY : logl(x);
+    }, ulp(2));
+    ORB_ROWS(ippsArctan_32f, ippsArctan_64f).From(Line(1e-30, big)).Check([](long double x) { return atanl(x); },
+                                                                           ulp(3));
+    ORB_ROWS(ippsNormalize_64f).With(0.25, -3.0).From(Line(-DBL_MAX, DBL_MAX))
+        .Check([](long double x, double sub, double div) { return (x - sub) / div; }, ulp(1));
+    // Against long double, with the special cases of the principal root among
+    // the inputs (their signed zeros and infinities must match).
     using C = std::complex<long double>;
     std::mt19937_64 rng(11);
     std::uniform_real_distribution<double> mant(-1, 1);
@@ -157,57 +72,34 @@ TEST_P(KernelsMath, ComplexSquareAndRoot)
                                {nan, inf}, {3, -inf},   {-inf, 1}, {inf, -1},      {inf, nan},        {-tiny, 0},
                                {tiny, tiny}, {-DBL_MAX, tiny}, {tiny, -DBL_MAX}, {DBL_MAX, DBL_MAX}};
     for (int i = 0; i < 100000; ++i) in.push_back({ldexp(mant(rng), expo(rng)), ldexp(mant(rng), expo(rng))});
-    std::vector<Ipp64fc> sq(in.size()), rt(in.size());
-    ippsSqr_64fc(in.data(), sq.data(), int(in.size()));
-    ippsSqrt_64fc(in.data(), rt.data(), int(in.size()));
-    for (size_t i = 0; i < in.size(); ++i) {
-        const C z(in[i].re, in[i].im), s = z * z, r = std::sqrt(z);
-        EXPECT_LE(fmax(sweep::Ulps(rt[i].re, r.real()), sweep::Ulps(rt[i].im, r.imag())), 3.0)
-            << "sqrt" << sweep::Str(in[i]) << " = " << sweep::Str(rt[i]);
-        const bool finite = isfinite(in[i].re) && isfinite(in[i].im);
-        EXPECT_LE(finite ? fmax(sweep::Ulps(sq[i].re, s.real()), sweep::Ulps(sq[i].im, s.imag())) : 0, 2.0)
-            << "sqr" << sweep::Str(in[i]) << " = " << sweep::Str(sq[i]);
-    }
-}
-
-TEST_P(KernelsMath, ArgumentErrorsComeBeforeWorkAndDomainFaultsWarn)
-{
-    // Partial vectors are padded; the padding never counts as a domain
+    ORB_ROWS(ippsSqrt_64fc).From(in).Check([](Ipp64fc z) { return std::sqrt(C(z.re, z.im)); }, {.ulp = 3});
+    ORB_ROWS(ippsSqr_64fc).From(in).Check([](Ipp64fc z, Ipp64fc got) {
+        return !isfinite(z.re) || !isfinite(z.im) || sweep::Ulps(got, C(z.re, z.im) * C(z.re, z.im)) <= 2;
+    });
+    // The last, short vector is padded; the padding never counts as a domain
     // fault, so valid inputs give a clean status at every length.
-    const auto all = [](auto two) {
-        using T = decltype(two);
-        std::vector<T> in(sweep::MaxLen<T>(), two), out(in.size());
-        for (const Fn<T> &f : Functions<T>()) {
-            sweep::ExpectStatuses(f.name, f.fn);
-            for (int len = 1; len <= int(in.size()); ++len)
-                ASSERT_EQ(f.fn(in.data(), out.data(), len), ippStsNoErr) << f.name << ", len " << len;
-        }
-    };
-    all(2.0f);
-    all(2.0);
-    sweep::ExpectStatuses("Sqr_64fc", ippsSqr_64fc);
-    sweep::ExpectStatuses("Sqrt_64fc", ippsSqrt_64fc);
-    // Normalize: pointers, then the length, then the divisor; nothing written.
-    double x[2] = {1, 2}, y[2] = {5, 5};
-    EXPECT_EQ(ippStsNullPtrErr, ippsNormalize_64f(x, nullptr, 0, 0, 0));
-    EXPECT_EQ(ippStsSizeErr, ippsNormalize_64f(x, y, -5, 0, 0));
-    for (double div : {0.0, -0.0, DBL_MIN / 2}) EXPECT_EQ(ippStsDivByZeroErr, ippsNormalize_64f(x, y, 2, 0, div));
-    EXPECT_TRUE(y[0] == 5 && y[1] == 5) << "nothing written";
+    const auto twos = [](auto t, int) { return std::vector<decltype(t)>{2}; };
+    const auto any = [](auto...) { return true; };
+    ORB_ROWS(ippsAbs_32f, ippsAbs_64f, ippsSqr_32f, ippsSqr_64f, ippsSqrt_32f, ippsSqrt_64f, ippsExp_32f, ippsExp_64f,
+             ippsLn_32f, ippsLn_64f, ippsArctan_32f, ippsArctan_64f).From(twos).Check(any);
+    ORB_ROWS(ippsNormalize_64f).With(0.25, -3.0).From(twos).Check(any);
+    // Normalize: a zero or too small divisor, after the pointers and length.
+    for (double div : {0.0, -0.0, DBL_MIN / 2}) ORB_ROWS(ippsNormalize_64f).With(0.0, div).Refused(ippStsDivByZeroErr);
+    double x[2] = {1, 2}, y[2];
     EXPECT_EQ(ippStsNoErr, ippsNormalize_64f(x, y, 2, 1, -DBL_MIN));
     EXPECT_EQ(y[1], -1 / DBL_MIN);
-
     // Warnings only; the values written are checked for accuracy above.
-    const double in[5] = {4, -1, 0, 9, -0.0};
-    const float sub = FLT_MIN / 4, big = 200;
+    const double w[5] = {4, -1, 0, 9, -0.0};
+    const float sub = FLT_MIN / 4, large = 200;
     double out[5];
     float fo;
-    EXPECT_EQ(ippStsSqrtNegArg, ippsSqrt_64f(in, out, 5));
-    EXPECT_EQ(ippStsNoErr, ippsSqrt_64f(in + 2, out, 3));  // -0 is not negative
-    EXPECT_EQ(ippStsLnZeroArg, ippsLn_64f(in + 2, out, 3));
-    EXPECT_EQ(ippStsLnNegArg, ippsLn_64f(in, out, 5));  // negative outranks zero
+    EXPECT_EQ(ippStsSqrtNegArg, ippsSqrt_64f(w, out, 5));
+    EXPECT_EQ(ippStsNoErr, ippsSqrt_64f(w + 2, out, 3));  // -0 is not negative
+    EXPECT_EQ(ippStsLnZeroArg, ippsLn_64f(w + 2, out, 3));
+    EXPECT_EQ(ippStsLnNegArg, ippsLn_64f(w, out, 5));  // negative outranks zero
     EXPECT_EQ(ippStsLnZeroArg, ippsLn_32f(&sub, &fo, 1));
-    EXPECT_EQ(ippStsNoErr, ippsExp_32f(&big, &fo, 1));  // overflow is no fault
-    EXPECT_EQ(ippStsNoErr, ippsArctan_64f(in, out, 5));
+    EXPECT_EQ(ippStsNoErr, ippsExp_32f(&large, &fo, 1));  // overflow is no fault
+    EXPECT_EQ(ippStsNoErr, ippsArctan_64f(w, out, 5));
 }
 
 }  // namespace
