@@ -366,6 +366,9 @@ TEST(Sweep, EveryExportHasARow)
         EXPECT_TRUE(exported.count(r.name)) << r.name << " has a row but is not exported";
 }
 
+// Rows print by name in test listings.
+void PrintTo(const Row &row, std::ostream *os) { *os << row.name; }
+
 class SweepRows : public ::testing::TestWithParam<Row> {};
 
 TEST_P(SweepRows, NoLeakNoStrayWriteOnAnyPath)
