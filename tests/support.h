@@ -5,7 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <complex>
+#include <cstdio>
 #include <cstring>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -91,6 +96,42 @@ std::vector<T> written(Host &h, ExportFn fn, const std::vector<Value> &args)
     EXPECT_FALSE(r.raised) << r.error;
     EXPECT_EQ(r.result, args[0]);
     return contents<T>(h, args[0]);
+}
+
+// The export list: name -> kind.
+inline std::map<std::string, std::string> exportList()
+{
+    std::map<std::string, std::string> names;
+    std::ifstream in(ORB_EXPORT_LIST);
+    std::string line;
+    while (std::getline(in, line)) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        std::istringstream fields(line);
+        std::string name, kind;
+        fields >> name >> kind;
+        names[name] = kind;
+    }
+    return names;
+}
+
+// The names the shared library defines in its dynamic symbol table.
+inline std::set<std::string> definedDynamicSymbols()
+{
+    std::set<std::string> names;
+    FILE *p = popen("nm -D --defined-only " ORB_SHARED_LIBRARY, "r");
+    if (!p)
+        return names;
+    char buf[1024];
+    while (fgets(buf, sizeof buf, p)) {
+        std::istringstream fields(buf);
+        std::string addr, type, name;
+        fields >> addr >> type >> name;
+        if (!name.empty())
+            names.insert(name);
+    }
+    pclose(p);
+    return names;
 }
 
 }  // namespace orbtest
