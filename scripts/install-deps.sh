@@ -4,7 +4,8 @@ set -e
 SUDO=
 [ "$(id -u)" = 0 ] || SUDO=sudo
 pkgs="g++ make cmake ninja-build pkg-config binutils ca-certificates git
-      libhwy-dev libfftw3-dev libgtest-dev libgmock-dev libbenchmark-dev libedit-dev"
+      libhwy-dev libfftw3-dev libgtest-dev libgmock-dev libbenchmark-dev libedit-dev
+      libopencv-imgproc-dev"
 missing=
 for p in $pkgs; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'ok installed' || missing="$missing $p"

@@ -104,6 +104,20 @@ const Row kRows[] = {
     {"orbZero", FN(orbZero), "f8", "1", "one", "2345678"},
     {"orbUpSample", FN(orbUpSample), "f8/10 f8 2", "34", "three or four", "3678"},
     {"orbDownSample", FN(orbDownSample), "f8/3 f8 2", "34", "three or four", "3678"},
+    // Reductions, norms, dot products and counting.
+
+    // Ordering and search.
+
+    // Transforms.
+
+    // Convolution and correlation.
+
+    // Filters.
+
+    // Signal generation and windows.
+
+    // Images: borders, wavelets, edges and lines.
+
     {"orbGetIPPVersion", FN(orbGetIPPVersion), "", "*", "", ""},
     {"orbGetEnabledCPUFeatures", FN(orbGetEnabledCPUFeatures), "", "*", "", ""},
 };

@@ -89,4 +89,18 @@ ORB_API HostValue orbZero(HostCallbacks cb, ArgSeq args);
 ORB_API HostValue orbUpSample(HostCallbacks cb, ArgSeq args);
 ORB_API HostValue orbDownSample(HostCallbacks cb, ArgSeq args);
 
+/* Reductions, norms, dot products and counting. */
+
+/* Ordering and search. */
+
+/* Transforms. */
+
+/* Convolution and correlation. */
+
+/* Filters. */
+
+/* Signal generation and windows. */
+
+/* Images: borders, wavelets, edges and lines. */
+
 #endif

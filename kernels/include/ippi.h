@@ -14,6 +14,10 @@ IPPAPI(Ipp32f *, ippiMalloc_32f_C1, (int widthPixels, int heightPixels, int *pSt
 IPPAPI(Ipp32f *, ippiMalloc_32f_C3, (int widthPixels, int heightPixels, int *pStepBytes))
 IPPAPI(void, ippiFree, (void *ptr))
 
+/* Border copies and the wavelet transform. */
+
+/* Edges and lines. */
+
 #ifdef __cplusplus
 }
 #endif

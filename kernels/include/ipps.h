@@ -265,6 +265,18 @@ ORB_DECLARE_T2(ippsThreshold_LTValGTVal_32f, Ipp32f)
 ORB_DECLARE_T2(ippsThreshold_LTValGTVal_64f, Ipp64f)
 #undef ORB_DECLARE_T2
 
+/* Reductions, norms, dot products and counting. */
+
+/* Ordering and search. */
+
+/* Transforms. */
+
+/* Convolution and correlation. */
+
+/* Filters. */
+
+/* Signal generation and windows. */
+
 #ifdef __cplusplus
 }
 #endif
