@@ -71,7 +71,8 @@ void expectTranscript(const std::vector<std::pair<std::string, Want>> &rows, con
     std::string script;
     for (const auto &row : rows) script += row.first + "\n";
     Outcome r = runScript(script + tail);
-    EXPECT_EQ(r.status, 0) << r.err;
+    const bool fails = std::any_of(rows.begin(), rows.end(), [](const auto &row) { return row.second.text.starts_with("Error"); });
+    EXPECT_EQ(r.status, fails ? 1 : 0) << r.err;
     size_t at = 0, line = 0;
     for (const auto &[lines, want] : rows) {
         line += 1 + std::count(lines.begin(), lines.end(), '\n');
@@ -172,17 +173,22 @@ TEST(OrbshScript, ErrorsNameTheirLineAndTheScriptGoesOnUntilQuit)
 
 TEST(OrbshScript, InvocationsBadFilesPipesAndAMissingLibrary)
 {
-    // Unreadable scripts and unknown options exit with status 2; piped input
-    // runs without line numbers, up to exit; without a library the shell
-    // still runs and calls are errors.
+    // Unreadable scripts and unknown options exit with status 2, a script
+    // with a failed line with 1; piped input runs without line numbers, up to
+    // exit; without a library the shell still runs and calls are errors.
     const std::string script = "1\norbAbs(1, 2)\n";
     const struct { const char *what; Outcome r; int status; std::string out, err; } cases[] = {
         {"no such file", run(kLib + "/nonexistent/script.orbsh"), 2, "", "/nonexistent/script.orbsh"},
         {"a directory", run(kLib + testing::TempDir()), 2, "", ""},
         {"unknown option", run("--no-such-option"), 2, "", ""},
-        {"piped", run(kLib, "x = 3\nx\n)\nexit\n4\n"), 0, "3\nError, syntax error", ""},
-        {"no library", run("--lib /nonexistent/liborb.so", "", &script), 0, "1\nError, line 2: no library is loaded",
+        {"piped", run(kLib, "x = 3\nx\n)\nexit\n4\n"), 1, "3\nError, syntax error", ""},
+        {"no library", run("--lib /nonexistent/liborb.so", "", &script), 1, "1\nError, line 2: no library is loaded",
          "no library"},
+        {"standard input, strict", run(kLib + "--strict -", "x = 2\nx\norbAbs(1)\nx\n"), 1,
+         "2\nError, expecting two arguments", ""},
+        {"byte-order mark, CRLF, try", run(kLib + "-", "\xEF\xBB\xBFx = 2\r\nx\r\ntry orbAbs(1)\r\n"), 0,
+         "2\nError, expecting two arguments", ""},
+        {"version", run("--version"), 0, "orbsh ", ""},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
@@ -192,6 +198,33 @@ TEST(OrbshScript, InvocationsBadFilesPipesAndAMissingLibrary)
                     std::count(c.out.begin(), c.out.end(), '\n') + !c.out.empty()) << c.r.out;
         EXPECT_NE(c.r.err.find(c.err), std::string::npos) << c.r.err;
     }
+}
+
+// Elements and parts of rtables and lists, lengths, full printing, timing,
+// suggestions for misspelt names.
+TEST(OrbshScript, ElementsLengthsTimingAndSuggestions)
+{
+    Host h;
+    const double part[] = {3, 4, 5};
+    std::vector<std::pair<std::string, Want>> rows = {
+        {"x = rtable(float[8], [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15])\nx[12]", "12.0"},
+        {"x[3..5]", h.rtable1(6, 3, part)}, {"length(x)", "15"}, {"x[2] = -7\nx[2]", "-7.0"},
+        {"x", "rtable(float[8], 1..15, [1.0, -7.0, 3.0, 4.0, 5.0, ... 5 more ..., 11.0, 12.0, 13.0, 14.0, 15.0])"},
+        {"full(x[10..15])", "rtable(float[8], 1..6, [10.0, 11.0, 12.0, 13.0, 14.0, 15.0])"},
+        {"m = rtable(integer[2], [[1, 2], [3, 4]])\nm[2, 1]", "3"}, {"m[2, 1] = 9\nm[2, 1]", "9"},
+        {"l = [10, \"a\", z]\nl[2]", "\"a\""}, {"l[2..3]", "[\"a\", z]"}, {"length(l)", "3"},
+        {"x[0]", "Error: index 0 is outside 1..15"}, {"x[16] = 1", "Error: outside 1..15"}, {"m[1]", "Error: 2 dimensions"},
+        {"m[1..2, 1]", "Error: one-dimensional"}, {"x[1.5]", "Error: must be an integer"}, {"x[4..2]", "Error: "},
+        {"m[1, 1] = 40000", "Error: does not fit in integer[2]"}, {"q[1] = 2", "Error: q is not a bound rtable"},
+        {"x[1..2] = 3", "Error: range"}, {"orbAbss(x, x)", "Error: unknown function orbAbss (did you mean orbAbs?)"},
+        {"orbabs(x, x)", "Error: did you mean orbAbs?"}, {"help orbAbs", "orbAbs is an export."},
+        {"help orbAb", "No export or statement is called orbAb; did you mean orbAbs?"},
+    };
+    expectTranscript(rows);
+    Outcome r = runScript("x = rtable(float[8], 3)\ntime orbAbs(x, x)\n");
+    EXPECT_NE(r.out.find("\ntime: "), std::string::npos) << r.out;
+    // Output that cannot be written is a failure.
+    EXPECT_EQ(WEXITSTATUS(std::system("echo 1 | " ORBSH_PATH " - >/dev/full 2>/dev/null")), 1);
 }
 
 TEST(OrbshScript, TourRunsWithOnlyItsDeliberateErrorsAndHelpListsExports)
