@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -225,6 +226,84 @@ TEST(OrbshScript, ElementsLengthsTimingAndSuggestions)
     EXPECT_NE(r.out.find("\ntime: "), std::string::npos) << r.out;
     // Output that cannot be written is a failure.
     EXPECT_EQ(WEXITSTATUS(std::system("echo 1 | " ORBSH_PATH " - >/dev/full 2>/dev/null")), 1);
+}
+
+// Sounds, numbers as text and plots in and out of files; bad files are
+// errors that leave the shell running.
+TEST(OrbshScript, AudioTextAndPlotFiles)
+{
+    const std::string dir = testing::TempDir() + "orbsh_files_" + std::to_string(getpid()) + "/";
+    ASSERT_EQ(std::system(("mkdir -p " + dir).c_str()), 0);
+    std::ofstream(dir + "notes.csv") << "time,level\n1, 2.5\n3;-4\n";
+    std::ofstream(dir + "ragged.csv") << "1,2\n3\n";
+    std::ofstream(dir + "junk.wav") << "RIFF but not really a sound";
+    const std::string script = "st = rtable(float[8], [[0.25, -0.5], [0.5, 1], [-1, 0]])\n"
+                               "writeaudio(\"" + dir + "st.wav\", st, 44100)\n"
+                               "readaudio(\"" + dir + "st.wav\")\n"
+                               "writeaudio(\"" + dir + "st.flac\", st, 8000)\n"
+                               "readaudio(\"" + dir + "st.flac\", \"float[4]\")\n"
+                               "readtext(\"" + dir + "notes.csv\")\n"
+                               "writetext(\"" + dir + "back.csv\", st)\n"
+                               "readtext(\"" + dir + "back.csv\")\n"
+                               "plot(st[1..3, 1])\n"
+                               "y = rtable(float[8], [1, 4, 9, 16])\n"
+                               "plot(y, \"" + dir + "p.png\", 320, 200)\n"
+                               "plot(y, y, \"" + dir + "p.svg\")\n"
+                               "readaudio(\"" + dir + "junk.wav\")\n"
+                               "readaudio(\"" + dir + "missing.wav\")\n"
+                               "readtext(\"" + dir + "ragged.csv\")\n"
+                               "writeaudio(\"" + dir + "x.mp9\", y, 8000)\n"
+                               "length(y)\n";
+    Outcome r = runScript(script);
+    EXPECT_EQ(r.status, 1);
+    const std::string want[] = {
+        "3", "[rtable(float[8], 1..3, 1..2, [0.25, -0.5, 0.5, 1.0, -1.0, 0.0]), 44100]", "3",
+        "[rtable(float[4], 1..3, 1..2, [0.25, -0.5, 0.5, 0.9999999, -0.9999999, 0.0]), 8000]" /* 24-bit FLAC */, "rtable(float[8], 1..2, 1..2, [1.0, 2.5, 3.0, -4.0])",
+        "3", "rtable(float[8], 1..3, 1..2, [0.25, -0.5, 0.5, 1.0, -1.0, 0.0])", "Error, line 9: ranges index one-dimensional",
+        "plotted to " + dir + "p.png", "plotted to " + dir + "p.svg", "Error, line 13: cannot read audio from " + dir + "junk.wav",
+        "Error, line 14: cannot read audio from " + dir + "missing.wav", "Error, line 15: " + dir + "ragged.csv, line 2 has 1 numbers",
+        "Error, line 16: the audio file's name must end in", "4"};
+    size_t at = 0;
+    for (const std::string &w : want) {
+        at = r.out.find(w, at);
+        EXPECT_NE(at, std::string::npos) << w << "\n" << r.out;
+        if (at == std::string::npos) break;
+    }
+    // A PNG of the size asked for: the IHDR chunk's width and height.
+    std::string png = slurp(dir + "p.png");
+    ASSERT_GT(png.size(), 24u);
+    EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1a\n");
+    auto be32 = [&](size_t k) { return (uint8_t(png[k]) << 24) | (uint8_t(png[k + 1]) << 16) | (uint8_t(png[k + 2]) << 8) | uint8_t(png[k + 3]); };
+    EXPECT_EQ(be32(16), 320);
+    EXPECT_EQ(be32(20), 200);
+    EXPECT_NE(slurp(dir + "p.svg").find("<svg"), std::string::npos);
+    // Without gnuplot on the path, a plot to a file is a clear error; the
+    // text plot still works.
+    std::ofstream(dir + "q.orbsh") << "y = rtable(float[8], [1, 2])\nplot(y, \"" + dir + "q.png\")\nplot(y)\n";
+    r.status = std::system(("PATH=/nonexistent " ORBSH_PATH " --lib " ORB_SHARED_LIBRARY " " + dir + "q.orbsh > " + dir + "q.out").c_str());
+    r.out = slurp(dir + "q.out");
+    EXPECT_NE(r.out.find("needs gnuplot"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("+----"), std::string::npos) << r.out;
+    EXPECT_EQ(std::system(("rm -rf " + dir).c_str()), 0);
+}
+
+// Each example script prints what its expected file holds, run from a copy
+// of the examples folder.
+TEST(OrbshScript, ExamplesPrintTheirExpectedOutput)
+{
+    const std::string dir = testing::TempDir() + "orbsh_examples_" + std::to_string(getpid());
+    ASSERT_EQ(std::system(("rm -rf " + dir + " && cp -r " ORB_SOURCE_DIR "/examples " + dir).c_str()), 0);
+    int checked = 0;
+    for (const auto &entry : std::filesystem::directory_iterator(dir + "/expected")) {
+        const std::string name = entry.path().stem().string();
+        const std::string out = dir + "/" + name + ".got";
+        const int raw = std::system(("cd " + dir + " && " ORBSH_PATH " --lib " ORB_SHARED_LIBRARY " " + name + ".orbsh > " + out).c_str());
+        EXPECT_EQ(WEXITSTATUS(raw), 0) << name;
+        EXPECT_EQ(slurp(out), slurp(entry.path().string())) << name;
+        ++checked;
+    }
+    EXPECT_GT(checked, 0);
+    EXPECT_EQ(std::system(("rm -rf " + dir).c_str()), 0);
 }
 
 TEST(OrbshScript, TourRunsWithOnlyItsDeliberateErrorsAndHelpListsExports)

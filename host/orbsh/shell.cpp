@@ -33,6 +33,8 @@
 // Every dimension runs from 1; elements must fit the datatype.
 #include "shell.h"
 
+#include "builtins.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -603,8 +605,9 @@ bool Shell::runLine(const std::string &line, int lineNumber)
                 }
                 out_ << text << '\n';
             } else {
+                quiet_ = false;
                 Value v = eval(s.expr);
-                out_ << host_.print(v) << '\n';
+                if (!quiet_) out_ << host_.print(v) << '\n';
             }
             break;
         }
@@ -651,13 +654,10 @@ Value Shell::eval(const Node &n)
 Value Shell::callExport(const Node &n)
 {
     const Entry *e = library_.find(n.text);
-    if (!e && n.text == "length") {
-        if (n.kids.size() != 1) throw ShellError{"length(x) takes one value"};
-        Value v = eval(n.kids[0]);
-        if (host_.isRTable(v)) return host_.integer(host_.rtableInfo(v).count);
-        const uint32_t kind = Host::kindOf(v);
-        if (kind == orbhost::kString || kind == orbhost::kName) return host_.integer(int64_t(host_.text(v).size()));
-        return host_.integer(int64_t(host_.elements(v).size()));
+    if (const Builtin *b = e ? nullptr : findBuiltin(n.text)) {
+        std::vector<Value> args;
+        for (const Node &k : n.kids) args.push_back(eval(k));
+        return b->run(host_, args, out_, quiet_);
     }
     if (!e && n.text == "full") throw ShellError{"full(...) must stand alone on its line"};
     if (!e) {
@@ -889,8 +889,9 @@ void Shell::store(const Node &target, Value v)
 
 std::vector<std::string> Shell::words() const
 {
-    std::vector<std::string> w = {"help", "quit", "exit", "time", "try", "print", "full", "length", "rtable",
+    std::vector<std::string> w = {"help", "quit", "exit", "time", "try", "print", "full", "rtable",
                                   "true", "false", "inf", "nan"};
+    for (const Builtin &b : builtins()) w.push_back(b.name);
     for (const auto &[name, value] : vars_) w.push_back(name);
     for (const Entry &e : library_.entries())
         if (e.kind == EntryKind::Export && e.symbol) w.push_back(e.name);
@@ -917,6 +918,7 @@ std::string Shell::suggest(const std::string &name) const
 std::string Shell::helpOn(const std::string &name) const
 {
     const Entry *e = library_.find(name);
+    if (const Builtin *b = e ? nullptr : findBuiltin(name)) return std::string(b->usage) + "\n";
     if (!e) {
         std::string near = suggest(name);
         return "No export or statement is called " + name + (near.empty() ? "" : "; did you mean " + near + "?") + "\n";
@@ -947,7 +949,9 @@ std::string Shell::helpText() const
          "  x                   a bound variable, else the name x (true, false are names)\n"
          "  f(a, b)             call the library export f\n"
          "  x[12]  x[2, 3]      an element (from the rtable's bounds); x[3..20] a part\n"
-         "  length(x)           the number of elements of an rtable or list\n"
+         "The shell's own functions (help NAME for each):\n"
+         "  length(x)  readaudio(\"f.wav\")  writeaudio(\"f.wav\", x, rate)  readtext(\"f.csv\")\n"
+         "  writetext(\"f.csv\", x)  plot(y)  plot(x, y)  plot(y, \"f.png\")\n"
          "  rtable(float[8], [1, 2, 3])      rtable from a (nested) list\n"
          "  rtable(complex[8], 4)            zero-filled; rtable(float[4], 2, 3) is 2 x 3\n"
          "Datatypes: integer[1], integer[2], integer[4], integer[8], float[4], float[8],\n"

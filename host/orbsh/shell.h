@@ -79,6 +79,7 @@ private:
     std::ostream &out_;
     std::map<std::string, orbhost::Value> vars_;
     int failures_ = 0;
+    bool quiet_ = false;  // a built-in function printed its own result
 };
 
 }  // namespace orbsh
