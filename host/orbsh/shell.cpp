@@ -34,6 +34,7 @@
 #include "shell.h"
 
 #include "builtins.h"
+#include "help_table.h"
 
 #include <algorithm>
 #include <cctype>
@@ -924,7 +925,11 @@ std::string Shell::helpOn(const std::string &name) const
         return "No export or statement is called " + name + (near.empty() ? "" : "; did you mean " + near + "?") + "\n";
     }
     std::string kind = e->kind == EntryKind::Export ? "an export" : e->kind == EntryKind::Accessor ? "an accessor" : "a helper";
-    return name + " is " + kind + (e->symbol ? "" : ", not implemented yet") + ".\n";
+    std::string text = name + " is " + kind + (e->symbol ? "" : ", not implemented yet") + ".\n";
+    if (const ExportHelp *h = e->kind == EntryKind::Export ? findExportHelp(name) : nullptr)
+        text += std::string("  ") + h->what + "\n  Family:     " + h->family + "\n  Arguments:  " + h->counts +
+                "\n  Argument 1: " + h->datatypes + "\n  Example:    " + h->example + "\n";
+    return text;
 }
 
 std::string Shell::helpText() const
@@ -970,16 +975,33 @@ std::string Shell::helpText() const
         else
             ++missing;
     }
-    s << "\nExports of " << library_.path() << " (" << have.size() << "):\n";
+    // Grouped under the families of the help table, in its order; exports
+    // the table lacks go under Other.
+    std::vector<std::pair<std::string, std::vector<std::string>>> groups;
+    auto groupOf = [&](const std::string &family) -> std::vector<std::string> & {
+        for (auto &g : groups)
+            if (g.first == family) return g.second;
+        return groups.emplace_back(family, std::vector<std::string>{}).second;
+    };
+    for (const ExportHelp &h : exportHelp()) groupOf(h.family);
+    for (const std::string &name : have) {
+        const ExportHelp *h = findExportHelp(name);
+        groupOf(h ? h->family : "Other").push_back(name);
+    }
+    s << "\nExports of " << library_.path() << " (" << have.size() << "), by family (help NAME for each):\n";
     size_t width = 0;
     for (const std::string &h : have) width = std::max(width, h.size());
     const size_t perLine = std::max<size_t>(1, 78 / (width + 2));
-    for (size_t i = 0; i < have.size(); ++i) {
-        s << "  " << have[i];
-        if ((i + 1) % perLine == 0 || i + 1 == have.size())
-            s << '\n';
-        else
-            s << std::string(width - have[i].size(), ' ');
+    for (const auto &[family, names] : groups) {
+        if (names.empty()) continue;
+        s << family << ":\n";
+        for (size_t i = 0; i < names.size(); ++i) {
+            s << (i % perLine ? "  " : "    ") << names[i];
+            if ((i + 1) % perLine == 0 || i + 1 == names.size())
+                s << '\n';
+            else
+                s << std::string(width - names[i].size(), ' ');
+        }
     }
     s << missing << " more export" << (missing == 1 ? " is" : "s are") << " still to come.\n";
     return s.str();
