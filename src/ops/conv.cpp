@@ -23,13 +23,38 @@ HWY_BEFORE_NAMESPACE();
 namespace orb_slide::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+/* A product passes through here before it is added: the compiler may not
+ * fuse the multiply into the add (one rounding instead of two) when it
+ * cannot see that the value is a product. */
+template <typename T>
+HWY_INLINE T Kept(T x)
+{
+    asm("" : "+x"(x));
+    return x;
+}
+
+template <class V>
+HWY_INLINE V KeptV(V v)
+{
+#if HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_EMU128
+    asm("" : "+v"(v.raw));
+#endif
+    return v;
+}
+
+template <class D, class V>
+HWY_INLINE V AddProduct(D, V s, V a, V b)
+{
+    return hn::Add(s, KeptV(hn::Mul(a, b)));
+}
+
 /* out[i] = sum over j of A[j] * b[i + j], A[j] = a[rev ? na - 1 - j : j]. */
 template <typename T>
 HWY_INLINE T SlideOne(const T *a, int64_t na, int rev, const T *b, int64_t i)
 {
     T s = T(0);
     for (int64_t j = 0; j < na; ++j)
-        s += (rev ? a[na - 1 - j] : a[j]) * b[i + j];
+        s += Kept((rev ? a[na - 1 - j] : a[j]) * b[i + j]);
     return s;
 }
 
@@ -47,14 +72,14 @@ HWY_INLINE void SlideReal(const T *a, int64_t na, int rev, const T *b, T *out, i
         for (int64_t j = 0; j < na; ++j) {
             const auto aj = hn::Set(d, rev ? a[na - 1 - j] : a[j]);
             const T *p = b + i + j;
-            s0 = hn::Add(s0, hn::Mul(aj, hn::LoadU(d, p)));
-            s1 = hn::Add(s1, hn::Mul(aj, hn::LoadU(d, p + N)));
-            s2 = hn::Add(s2, hn::Mul(aj, hn::LoadU(d, p + 2 * N)));
-            s3 = hn::Add(s3, hn::Mul(aj, hn::LoadU(d, p + 3 * N)));
-            s4 = hn::Add(s4, hn::Mul(aj, hn::LoadU(d, p + 4 * N)));
-            s5 = hn::Add(s5, hn::Mul(aj, hn::LoadU(d, p + 5 * N)));
-            s6 = hn::Add(s6, hn::Mul(aj, hn::LoadU(d, p + 6 * N)));
-            s7 = hn::Add(s7, hn::Mul(aj, hn::LoadU(d, p + 7 * N)));
+            s0 = AddProduct(d, s0, aj, hn::LoadU(d, p));
+            s1 = AddProduct(d, s1, aj, hn::LoadU(d, p + N));
+            s2 = AddProduct(d, s2, aj, hn::LoadU(d, p + 2 * N));
+            s3 = AddProduct(d, s3, aj, hn::LoadU(d, p + 3 * N));
+            s4 = AddProduct(d, s4, aj, hn::LoadU(d, p + 4 * N));
+            s5 = AddProduct(d, s5, aj, hn::LoadU(d, p + 5 * N));
+            s6 = AddProduct(d, s6, aj, hn::LoadU(d, p + 6 * N));
+            s7 = AddProduct(d, s7, aj, hn::LoadU(d, p + 7 * N));
         }
         hn::StoreU(s0, d, out + i);
         hn::StoreU(s1, d, out + i + N);
@@ -68,7 +93,7 @@ HWY_INLINE void SlideReal(const T *a, int64_t na, int rev, const T *b, T *out, i
     for (; i + N <= m; i += N) {
         auto s = hn::Zero(d);
         for (int64_t j = 0; j < na; ++j)
-            s = hn::Add(s, hn::Mul(hn::Set(d, rev ? a[na - 1 - j] : a[j]), hn::LoadU(d, b + i + j)));
+            s = AddProduct(d, s, hn::Set(d, rev ? a[na - 1 - j] : a[j]), hn::LoadU(d, b + i + j));
         hn::StoreU(s, d, out + i);
     }
     for (; i < m; ++i)
@@ -93,8 +118,8 @@ HWY_INLINE void SlideComplexOne(const double *a, int64_t na, int rev, const doub
     for (int64_t j = 0; j < na; ++j) {
         const double *aj = a + 2 * (rev ? na - 1 - j : j);
         const double *bj = b + 2 * (i + j);
-        re += aj[0] * bj[0] - aj[1] * bj[1];
-        im += aj[0] * bj[1] + aj[1] * bj[0];
+        re += Kept(aj[0] * bj[0]) - Kept(aj[1] * bj[1]);
+        im += Kept(aj[0] * bj[1]) + Kept(aj[1] * bj[0]);
     }
     out[2 * i] = re;
     out[2 * i + 1] = im;
@@ -120,10 +145,10 @@ void SlideC64(const double *a, int64_t na, int rev, const double *b, double *out
             const double *p = b + 2 * (i + j);
             const auto b0 = hn::LoadU(d, p), b1 = hn::LoadU(d, p + N);
             const auto b2 = hn::LoadU(d, p + 2 * N), b3 = hn::LoadU(d, p + 3 * N);
-            s0 = hn::Add(s0, hn::Add(hn::Mul(ar, b0), hn::Mul(ai, hn::Reverse2(d, b0))));
-            s1 = hn::Add(s1, hn::Add(hn::Mul(ar, b1), hn::Mul(ai, hn::Reverse2(d, b1))));
-            s2 = hn::Add(s2, hn::Add(hn::Mul(ar, b2), hn::Mul(ai, hn::Reverse2(d, b2))));
-            s3 = hn::Add(s3, hn::Add(hn::Mul(ar, b3), hn::Mul(ai, hn::Reverse2(d, b3))));
+            s0 = hn::Add(s0, hn::Add(KeptV(hn::Mul(ar, b0)), KeptV(hn::Mul(ai, hn::Reverse2(d, b0)))));
+            s1 = hn::Add(s1, hn::Add(KeptV(hn::Mul(ar, b1)), KeptV(hn::Mul(ai, hn::Reverse2(d, b1)))));
+            s2 = hn::Add(s2, hn::Add(KeptV(hn::Mul(ar, b2)), KeptV(hn::Mul(ai, hn::Reverse2(d, b2)))));
+            s3 = hn::Add(s3, hn::Add(KeptV(hn::Mul(ar, b3)), KeptV(hn::Mul(ai, hn::Reverse2(d, b3)))));
         }
         double *o = out + 2 * i;
         hn::StoreU(s0, d, o);
