@@ -133,7 +133,7 @@ void SlideC64(const double *a, int64_t na, int rev, const double *b, double *out
      * lanes (br, bi) and their swap (bi, br), ar*(br, bi) + (-ai, ai)*(bi, br)
      * is (ar*br - ai*bi, ar*bi + ai*br) exactly: adding a negated product is
      * the subtraction. */
-    const hn::ScalableTag<double> d;
+    const hn::CappedTag<double, 4> d;
     const int64_t N = int64_t(hn::Lanes(d));
     const int64_t C = N / 2;
     for (; i + 4 * C <= m; i += 4 * C) {
