@@ -222,13 +222,4 @@ TEST(ConvOps, MessagesInOrder)
     EXPECT_EQ(h.callbackCalls(30), 1);
 }
 
-TEST(ConvOps, RTableElementsAreFetchedForEveryProduct)
-{
-    Host h;
-    h.resetCallbackCounts();
-    ASSERT_FALSE(h.call(orbConv, {h.list({h.name("x"), h.name("y")}), float8(h, {1, 2, 3})}).raised);
-    EXPECT_EQ(h.callbackCalls(65), 4);
-    EXPECT_EQ(h.callbackCalls(224), 4);
-}
-
 }  // namespace
