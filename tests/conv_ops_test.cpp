@@ -4,6 +4,8 @@
 // rtables, the copied settings code, and the messages in their order.
 #include <gtest/gtest.h>
 
+#include <hwy/targets.h>
+
 #include <random>
 
 #include "support.h"
@@ -90,11 +92,20 @@ void nativeMatchesSequential(int32_t code)
         }
 }
 
+// On every instruction set the machine has: the ones with fused
+// multiply-add must not fuse.
 TEST(ConvOps, NativeLoopsMatchTheSequentialRuleBitForBit)
 {
-    nativeMatchesSequential<double>(DT_FLOAT8);
-    nativeMatchesSequential<float>(DT_FLOAT4);
-    nativeMatchesSequential<Ipp64fc>(DT_COMPLEX8);
+    for (int64_t target : hwy::SupportedAndGeneratedTargets()) {
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+        SCOPED_TRACE(hwy::TargetName(target));
+        nativeMatchesSequential<double>(DT_FLOAT8);
+        nativeMatchesSequential<float>(DT_FLOAT4);
+        nativeMatchesSequential<Ipp64fc>(DT_COMPLEX8);
+    }
+    hwy::SetSupportedTargetsForTest(0);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
 }
 
 template <typename I>
