@@ -428,6 +428,7 @@ IppStatus RealWindow(const T *u, int64_t lu, const T *v, int64_t lv, int64_t s, 
 {
     const Window w = Clip(lu, lv, s, count);
     const Plan p = Choose(w, sizeof(T) == 4 ? Elem::k32f : Elem::k64f, alg);
+    if (p.bytes == INT64_MAX) return ippStsSizeErr;  // no transform size fits
     memset(out, 0, size_t(w.first) * sizeof(T));
     memset(out + w.first + w.n, 0, size_t(count - w.first - w.n) * sizeof(T));
     const bool uShort = lu <= lv;
@@ -447,6 +448,7 @@ IppStatus ComplexWindow(const Ipp64fc *u, int64_t lu, const Ipp64fc *v, int64_t 
 {
     const Window w = Clip(lu, lv, s, count);
     const Plan p = Choose(w, Elem::k64fc, alg);
+    if (p.bytes == INT64_MAX) return ippStsSizeErr;
     memset(out, 0, size_t(w.first) * sizeof(Ipp64fc));
     memset(out + w.first + w.n, 0, size_t(count - w.first - w.n) * sizeof(Ipp64fc));
     Ipp64fc *o = out + w.first;
