@@ -517,6 +517,37 @@ int64_t ReversedBytes(int64_t len)
     return int64_t(Up64(size_t(len) * sizeof(T)));
 }
 
+/* An auto-correlation by one transform: lags 0 .. w.n - 1 are the inverse
+ * transform of |X|^2, at a size (the plan's) where no other lag wraps onto
+ * them. */
+template <typename T>
+IppStatus AutoSingle(const T *x, int64_t len, const Window &w, int64_t n, T *out, Ipp8u *buf)
+{
+    using F = Fft<T>;
+    using C = typename F::C;
+    T *r = Aligned<T>(buf);
+    C *sx = reinterpret_cast<C *>(r + Up64(size_t(n) * sizeof(T)) / sizeof(T));
+    const Lease fwd = AcquirePlan(PlanKind::kR2C, F::kPrec, int(n), r, sx);
+    const Lease inv = AcquirePlan(PlanKind::kC2R, F::kPrec, int(n), sx, r);
+    if (!fwd.plan || !inv.plan) {
+        if (fwd.plan) ReleasePlan(fwd);
+        if (inv.plan) ReleasePlan(inv);
+        return ippStsMemAllocErr;
+    }
+    PaddedCopy(x, len, 0, r, n);
+    F::R2C(fwd, r, sx);
+    const T scale = T(1) / T(n);
+    for (int64_t i = 0; i < n / 2 + 1; ++i) {
+        sx[i][0] = (sx[i][0] * sx[i][0] + sx[i][1] * sx[i][1]) * scale;
+        sx[i][1] = 0;
+    }
+    F::C2R(inv, sx, r);
+    memcpy(out, r + (w.s0 - (len - 1)), size_t(w.n) * sizeof(T));
+    ReleasePlan(fwd);
+    ReleasePlan(inv);
+    return ippStsNoErr;
+}
+
 template <typename T>
 void Normalise(T *dst, int64_t count, int64_t l1, int64_t l2, int64_t lowLag, int norm)
 {
@@ -548,11 +579,23 @@ IppStatus CrossCorr(const T *p1, int l1, const T *p2, int l2, T *dst, int dstLen
     if (st == ippStsNoErr) st = CheckAlg(algType, true);
     if (st != ippStsNoErr) return st;
     T *rev = Aligned<T>(buf);
+    Ipp8u *rest = reinterpret_cast<Ipp8u *>(rev) + ReversedBytes<T>(l1);
+    if constexpr (!std::is_same_v<T, Ipp64fc>) {
+        if (p1 == p2 && l1 == l2 && lowLag == 0) {
+            const Window w = Clip(l1, l2, int64_t(l1) - 1, dstLen);
+            const Plan p = Choose(w, sizeof(T) == 4 ? Elem::k32f : Elem::k64f, algType & ippAlgMask);
+            if (p.method == Method::kSingle) {
+                st = AutoSingle(p1, l1, w, p.size, dst, rest);
+                memset(dst + w.n, 0, size_t(dstLen - w.n) * sizeof(T));
+                if (st == ippStsNoErr) Normalise(dst, dstLen, l1, l2, lowLag, algType & ippsNormMask);
+                return st;
+            }
+        }
+    }
     for (int i = 0; i < l1; ++i) {
         rev[i] = p1[l1 - 1 - i];
         if constexpr (std::is_same_v<T, Ipp64fc>) rev[i].im = -rev[i].im;
     }
-    Ipp8u *rest = reinterpret_cast<Ipp8u *>(rev) + ReversedBytes<T>(l1);
     const int64_t s = int64_t(lowLag) + l1 - 1;
     if constexpr (std::is_same_v<T, Ipp64fc>)
         st = ComplexWindow(rev, l1, p2, l2, s, dstLen, dst, algType & ippAlgMask, rest);
