@@ -52,6 +52,7 @@ TEST(CorrelationOps, ConvolutionMessagesInOrder)
         {{h.rtable1(DT_FLOAT8, 5), a, b, h.string("direct")},
          "output sample must have at least 7 elements, but has only 5 elements"},
         {{h.rtable1(DT_FLOAT8, 6), a, b, h.string("direct")}, ""},
+        {{h.rtable1(DT_FLOAT8, 6), float8(h, {}), b, h.string("auto")}, ippError(ippStsSizeErr)},
     };
     for (auto &row : rows) EXPECT_EQ(h.call(orbConvolution, row.args).error, row.error);
 }
@@ -90,6 +91,9 @@ TEST(CorrelationOps, AutoCorrelationNormalisations)
     EXPECT_NEAR(std::abs(got[0] - std::complex<double>(6, 0)), 0, 1e-12);
     EXPECT_NEAR(std::abs(got[1] - std::complex<double>(2, -2)), 0, 1e-12);
     EXPECT_EQ(h.call(orbAutoCorrelation, {h.rtable1(DT_INT4, 2), src}).error, "datatype not supported");
+    EXPECT_EQ(h.call(orbAutoCorrelation, {h.rtable1(DT_FLOAT8, 0), src}).error, ippError(ippStsSizeErr));
+    EXPECT_EQ(h.call(orbBiasedConvolution, {float4(h, {0}), float4(h, {}), float4(h, {1}), h.integer(0)}).error,
+              ippError(ippStsSizeErr));
 }
 
 TEST(CorrelationOps, IntegerPathsScaleAndRoundToNearestEven)
