@@ -97,6 +97,15 @@ ORB_API HostValue orbDownSample(HostCallbacks cb, ArgSeq args);
 
 /* Convolution and correlation. */
 
+ORB_API HostValue orbConv(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbCorr(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbConvolution(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBiasedConvolution(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbAutoCorrelation(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBiasedAutoCorrelation(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbUnbiasedAutoCorrelation(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbCrossCorrelation(HostCallbacks cb, ArgSeq args);
+
 /* Filters. */
 
 /* Signal generation and windows. */

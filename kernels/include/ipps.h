@@ -273,6 +273,48 @@ ORB_DECLARE_T2(ippsThreshold_LTValGTVal_64f, Ipp64f)
 
 /* Convolution and correlation. */
 
+/* Full linear convolution: pDst[n] = sum over i of pSrc1[i] * pSrc2[n - i],
+ * n = 0 .. src1Len + src2Len - 2. algType picks direct summation, a
+ * transform, or (ippAlgAuto) whichever is faster at these lengths; pBuffer
+ * holds ippsConvolveGetBufferSize bytes for the same lengths, type and
+ * algorithm. */
+IPPAPI(IppStatus, ippsConvolveGetBufferSize,
+       (int src1Len, int src2Len, IppDataType dataType, IppEnum algType, int *pBufferSize))
+IPPAPI(IppStatus, ippsConvolve_32f, (const Ipp32f *pSrc1, int src1Len, const Ipp32f *pSrc2, int src2Len,
+                                     Ipp32f *pDst, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsConvolve_64f, (const Ipp64f *pSrc1, int src1Len, const Ipp64f *pSrc2, int src2Len,
+                                     Ipp64f *pDst, IppEnum algType, Ipp8u *pBuffer))
+/* dstLen elements of the full convolution from element bias on; elements
+ * past its end are 0. */
+IPPAPI(IppStatus, ippsConvBiased_32f, (const Ipp32f *pSrc1, int src1Len, const Ipp32f *pSrc2, int src2Len,
+                                       Ipp32f *pDst, int dstLen, int bias))
+/* Auto-correlation at lags 0 .. dstLen - 1:
+ * pDst[n] = sum over i of conj(pSrc[i]) * pSrc[i + n] (0 past the source's
+ * end), divided by srcLen (ippsNormB) or by the number of products srcLen - n
+ * (ippsNormU); algType or-s an IppAlgType with an IppsNormOp. */
+IPPAPI(IppStatus, ippsAutoCorrNormGetBufferSize,
+       (int srcLen, int dstLen, IppDataType dataType, IppEnum algType, int *pBufferSize))
+IPPAPI(IppStatus, ippsAutoCorrNorm_32f,
+       (const Ipp32f *pSrc, int srcLen, Ipp32f *pDst, int dstLen, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsAutoCorrNorm_64f,
+       (const Ipp64f *pSrc, int srcLen, Ipp64f *pDst, int dstLen, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsAutoCorrNorm_64fc,
+       (const Ipp64fc *pSrc, int srcLen, Ipp64fc *pDst, int dstLen, IppEnum algType, Ipp8u *pBuffer))
+/* Cross-correlation at lags lowLag .. lowLag + dstLen - 1:
+ * pDst[k] = sum over i of conj(pSrc1[i]) * pSrc2[i + lowLag + k] (terms
+ * outside either source are 0), divided by max(src1Len, src2Len)
+ * (ippsNormB) or by the number of products at that lag (ippsNormU). */
+IPPAPI(IppStatus, ippsCrossCorrNormGetBufferSize,
+       (int src1Len, int src2Len, int dstLen, int lowLag, IppDataType dataType, IppEnum algType,
+        int *pBufferSize))
+IPPAPI(IppStatus, ippsCrossCorrNorm_32f, (const Ipp32f *pSrc1, int src1Len, const Ipp32f *pSrc2, int src2Len,
+                                          Ipp32f *pDst, int dstLen, int lowLag, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsCrossCorrNorm_64f, (const Ipp64f *pSrc1, int src1Len, const Ipp64f *pSrc2, int src2Len,
+                                          Ipp64f *pDst, int dstLen, int lowLag, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsCrossCorrNorm_64fc, (const Ipp64fc *pSrc1, int src1Len, const Ipp64fc *pSrc2, int src2Len,
+                                           Ipp64fc *pDst, int dstLen, int lowLag, IppEnum algType,
+                                           Ipp8u *pBuffer))
+
 /* Filters. */
 
 /* Signal generation and windows. */

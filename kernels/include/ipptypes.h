@@ -69,6 +69,7 @@ typedef enum {
 
 /* Algorithm choice and result normalisation of convolution and correlation;
  * the two are or-ed into one argument. */
+typedef int IppEnum;
 typedef enum { ippAlgAuto = 0x00000000, ippAlgDirect = 0x00000001, ippAlgFFT = 0x00000002, ippAlgMask = 0x000000FF } IppAlgType;
 typedef enum { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x00000200, ippsNormMask = 0x0000FF00 } IppsNormOp;
 
