@@ -8,9 +8,13 @@
  * in the transposed direct form II: the N delay-line values are its state,
  *   y = b0 x + z0;  z_{k-1} = b_k x - a_k y + z_k;  z_{N-1} = b_N x - a_N y,
  * zeros when the initialiser is given no delay line. Single precision runs
- * in double and rounds each output once. The recursion is sequential; the
- * orders up to 12 (the design limit) have loops unrolled at compile time so
- * the state stays in registers.
+ * in double and rounds each output once. Real filters of order up to 12
+ * take the first N outputs that way, then work from the signal's own
+ * history in blocks: the feed-forward sums vectorised across outputs, then
+ * the feedback recursion, ordered so that each output waits on the one
+ * before it through a single multiply-add (a fused one where the target
+ * has it); the delay line is rebuilt from the last inputs and outputs at
+ * the end. Complex filters and higher orders run the transposed form.
  *
  * Design: the analogue prototype's poles (Butterworth, or Chebyshev type I
  * with pass-band ripple rpl dB, whose cut-off is the ripple band's edge)
@@ -21,13 +25,110 @@
  * an even-order Chebyshev filter, whose ripple starts at its trough there.
  * a0 is 1.
  */
+#include "dispatch.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "iir.cpp"
+#include <hwy/foreach_target.h>  // IWYU pragma: keep
+#include <hwy/highway.h>
+
 #include <math.h>
 #include <stdint.h>
 #include <string.h>
 
 #include <complex>
+#include <type_traits>
 
 #include "ipps.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orb_kernels::HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+namespace {
+
+/* f[i] = sum_{k <= n} b[k] x[n + i - k] for i < count: the feed-forward
+ * part over a staged block (n samples of history, then the block). */
+void FeedForward(const double *x, const double *b, int n, double *f, size_t count)
+{
+    const hn::ScalableTag<double> d;
+    const size_t N = hn::Lanes(d), h = size_t(n);
+    size_t i = 0;
+    for (; i + N <= count; i += N) {
+        auto acc = hn::Mul(hn::Set(d, b[0]), hn::LoadU(d, x + h + i));
+        for (size_t k = 1; k <= h; ++k) acc = hn::MulAdd(hn::Set(d, b[k]), hn::LoadU(d, x + h + i - k), acc);
+        hn::StoreU(acc, d, f + i);
+    }
+    for (; i < count; ++i) {
+        double acc = b[0] * x[h + i];
+        for (size_t k = 1; k <= h; ++k) acc += b[k] * x[h + i - k];
+        f[i] = acc;
+    }
+}
+
+/* c - a y, in one rounding where the target has fused multiply-adds. */
+HWY_INLINE double Fms(double a, double y, double c)
+{
+#if HWY_NATIVE_FMA
+    return __builtin_fma(-a, y, c);
+#else
+    return c - a * y;
+#endif
+}
+
+/* y[i] = f[i] - sum_{k >= 1} a[k] y[i - k], the earlier outputs in h (newest
+ * first, updated). The newest output's term comes last, so each output
+ * waits on the one before it through a single multiply-add. */
+template <int kN>
+void Recurse(const double *f, double *y, size_t count, const double *a, double *h)
+{
+    double r[kN];
+    for (int k = 0; k < kN; ++k) r[k] = h[k];
+    for (size_t i = 0; i < count; ++i) {
+        double acc = f[i];
+        for (int k = kN; k >= 2; --k) acc = Fms(a[k], r[k - 1], acc);
+        const double out = Fms(a[1], r[0], acc);
+        for (int k = kN - 1; k >= 1; --k) r[k] = r[k - 1];
+        r[0] = out;
+        y[i] = out;
+    }
+    for (int k = 0; k < kN; ++k) h[k] = r[k];
+}
+
+void Feedback(const double *f, double *y, size_t count, const double *a, double *h, int n)
+{
+    switch (n) {
+    case 1: return Recurse<1>(f, y, count, a, h);
+    case 2: return Recurse<2>(f, y, count, a, h);
+    case 3: return Recurse<3>(f, y, count, a, h);
+    case 4: return Recurse<4>(f, y, count, a, h);
+    case 5: return Recurse<5>(f, y, count, a, h);
+    case 6: return Recurse<6>(f, y, count, a, h);
+    case 7: return Recurse<7>(f, y, count, a, h);
+    case 8: return Recurse<8>(f, y, count, a, h);
+    case 9: return Recurse<9>(f, y, count, a, h);
+    case 10: return Recurse<10>(f, y, count, a, h);
+    case 11: return Recurse<11>(f, y, count, a, h);
+    default: return Recurse<12>(f, y, count, a, h);
+    }
+}
+
+}  // namespace
+}  // namespace orb_kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orb_kernels {
+HWY_EXPORT(FeedForward);
+HWY_EXPORT(Feedback);
+void RunFeedForward(const double *x, const double *b, int n, double *f, size_t count)
+{
+    HWY_DYNAMIC_DISPATCH(FeedForward)(x, b, n, f, count);
+}
+void RunFeedback(const double *f, double *y, size_t count, const double *a, double *h, int n)
+{
+    HWY_DYNAMIC_DISPATCH(Feedback)(f, y, count, a, h, n);
+}
+}  // namespace orb_kernels
 
 namespace {
 
@@ -121,6 +222,48 @@ void Run(const S *src, S *dst, size_t len, IirState<T> *s)
     }
 }
 
+/* Real samples of order up to 12 and more samples than the order: the
+ * first `order` outputs by the transposed form from the delay line, the rest
+ * from the signal's own history in blocks: the feed-forward sums
+ * vectorised, then the feedback recursion; the final delay line is rebuilt
+ * from the last inputs and outputs. */
+constexpr int kBlockOrder = 12;
+constexpr size_t kBlock = 1024;
+
+template <typename S>
+void Blocked(const S *src, S *dst, size_t len, IirState<double> *s)
+{
+    const int n = s->order;
+    const size_t h = size_t(n);
+    const double *b = s->b, *a = s->a;
+    double x[kBlockOrder + kBlock], f[kBlock], y[kBlock], last[kBlockOrder];
+    double *z = s->z;
+    for (size_t i = 0; i < h; ++i) x[i] = double(src[i]);
+    for (size_t i = 0; i < h; ++i) {
+        const double v = x[i], out = b[0] * v + z[0];
+        for (int k = 1; k < n; ++k) z[k - 1] = b[k] * v - a[k] * out + z[k];
+        z[n - 1] = b[n] * v - a[n] * out;
+        dst[i] = S(out);
+        last[h - 1 - i] = out;
+    }
+    for (size_t at = h; at < len;) {
+        const size_t c = len - at < kBlock ? len - at : kBlock;
+        for (size_t i = 0; i < c; ++i) x[h + i] = double(src[at + i]);
+        orb_kernels::RunFeedForward(x, b, n, f, c);
+        orb_kernels::RunFeedback(f, y, c, a, last, n);
+        for (size_t i = 0; i < c; ++i) dst[at + i] = S(y[i]);
+        memmove(x, x + c, h * sizeof(double));
+        at += c;
+    }
+    // z_j = sum_{k > j} b_k x[L + j - k] - a_k y[L + j - k]; x[h - m] is
+    // the m-th last input, last[m - 1] the m-th last output.
+    for (int j = 0; j < n; ++j) {
+        double v = 0;
+        for (int k = j + 1; k <= n; ++k) v += b[k] * x[h - size_t(k - j)] - a[k] * last[k - j - 1];
+        z[j] = v;
+    }
+}
+
 template <typename S, typename T, typename State>
 IppStatus Filter(const S *src, S *dst, int len, State *pState)
 {
@@ -129,6 +272,12 @@ IppStatus Filter(const S *src, S *dst, int len, State *pState)
     IirState<T> *s = reinterpret_cast<IirState<T> *>(pState);
     if (s->magic != kIirMagic) return ippStsContextMatchErr;
     const size_t n = size_t(len);
+    if constexpr (std::is_same_v<T, double>) {
+        if (s->order <= kBlockOrder && n > size_t(s->order)) {
+            Blocked(src, dst, n, s);
+            return ippStsNoErr;
+        }
+    }
     switch (s->order) {
     case 1: Run<1>(src, dst, n, s); break;
     case 2: Run<2>(src, dst, n, s); break;
@@ -265,3 +414,4 @@ IppStatus ippsIIRGenHighpass_64f(Ipp64f rFreq, Ipp64f rpl, int order, Ipp64f *pT
     return Design(true, rFreq, rpl, order, pTaps, filterType, pBuffer);
 }
 }
+#endif  // HWY_ONCE
