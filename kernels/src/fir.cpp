@@ -131,11 +131,13 @@ constexpr int kMaxFftTaps = 1 << 20;
 /* Transform length for tapsLen taps: the power of two at least sixteen
  * times as long (measured: eight times costs a fifth more at 64 taps,
  * thirty-two times a third more at 256), so each transform yields at least
- * fifteen sixteenths of its length. */
+ * fifteen sixteenths of its length; from 2^20 on only twice as long, which
+ * keeps the work arrays of the longest filters within tens of megabytes. */
 int FftLength(int taps)
 {
     int n = 64;
-    while (n < 16 * taps) n *= 2;
+    while (n < 16 * taps && n < (1 << 20)) n *= 2;
+    while (n < 2 * taps) n *= 2;
     return n;
 }
 
