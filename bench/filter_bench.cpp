@@ -135,7 +135,7 @@ void Median32Native(benchmark::State &s) { Median32Ref(s, refs::nativeMedian32);
 
 #define TAPS ->Arg(16)->Arg(64)->Arg(256)
 #define ORDERS ->Arg(2)->Arg(8)
-#define MASKS ->Arg(3)->Arg(5)->Arg(31)
+#define MASKS ->Arg(3)->Arg(5)->Arg(31)->Arg(101)
 
 BENCHMARK(Fir64Backend) TAPS;
 BENCHMARK(Fir64Plain) TAPS;

@@ -15,8 +15,8 @@
  * wires would hold +inf) and those that cannot affect the middle wire pruned.
  * Masks 3 to 9 have their networks built at compile time and unrolled;
  * larger ones up to kNetworkMax are built per call. Beyond that a sorted
- * copy of the window is kept: each step removes the sample that leaves and
- * inserts the one that enters, by binary search and one move.
+ * copy of the window is kept: each step finds the leaving sample by binary
+ * search and moves its slot to where the entering one belongs.
  *
  * The source is read through a staging block (history, then new samples)
  * where the window reaches before src[0] and wherever pDst overlaps pSrc;
@@ -242,16 +242,16 @@ void SortedRun(const T *base, T *out, size_t count, int m, T *sorted, T *first, 
             }
             *ready = true;
         } else {
+            // The leaving sample's slot moves toward where the entering one
+            // belongs, shifting the samples between by one.
             const T leave = *first, enter = w[mm - 1];
-            size_t out_at = LowerBound(sorted, mm, leave);
-            size_t in_at = LowerBound(sorted, mm, enter);
-            if (in_at > out_at) {
-                --in_at;
-                memmove(sorted + out_at, sorted + out_at + 1, (in_at - out_at) * sizeof(T));
+            size_t at = LowerBound(sorted, mm, leave);
+            if (Less(leave, enter)) {
+                for (; at + 1 < mm && Less(sorted[at + 1], enter); ++at) sorted[at] = sorted[at + 1];
             } else {
-                memmove(sorted + in_at + 1, sorted + in_at, (out_at - in_at) * sizeof(T));
+                for (; at > 0 && Less(enter, sorted[at - 1]); --at) sorted[at] = sorted[at - 1];
             }
-            sorted[in_at] = enter;
+            sorted[at] = enter;
         }
         *first = w[0];
         out[i] = sorted[mm / 2];
