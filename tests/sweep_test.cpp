@@ -32,7 +32,7 @@ struct Row {
     ExportFn fn;
     // Blank-separated: f8 f4 c8 i1 i2 i4 i8 make an rtable of that datatype
     // (five elements, or /N of them); a number with a point is a float, any
-    // other number an integer.
+    // other number an integer; "text" (no blanks) a string.
     const char *args;
     // Accepted argument counts as digits; "*" for any count not negative.
     const char *counts;
@@ -130,6 +130,18 @@ const Row kRows[] = {
 
     // Filters.
 
+    {"orbFIR", FN(orbFIR), "f8 f8 f8 f8 5", "5", "five", "=6"},
+    {"orbFIRGenLowPass", FN(orbFIRGenLowPass), "f8 0.2 \"hamming\" \"true\"", "4", "four", "=6"},
+    {"orbFIRGenHighPass", FN(orbFIRGenHighPass), "f8 0.2 \"Blackman\" \"false\"", "4", "four", "=6"},
+    {"orbFIRGenBandPass", FN(orbFIRGenBandPass), "f8 0.1 0.3 \"hann\" \"true\"", "5", "five", "=6"},
+    {"orbFIRGenBandStop", FN(orbFIRGenBandStop), "f8 0.1 0.3 \"bartlett\" \"false\"", "5", "five", "=6"},
+    // The step is read from a seventh position that the count does not admit.
+    {"orbFIRLMS", FN(orbFIRLMS), "f4 f4 f4 f4 f4/10 0 0.01", "6", "six", "=8", 6},
+    {"orbIIR", FN(orbIIR), "f8 f8 2 f8/6 f8/2", "5", "five", "678"},
+    {"orbIIRGenLowPass", FN(orbIIRGenLowPass), "f8/6 0.2 0.5 2 \"butterworth\"", "5", "five", "=6"},
+    {"orbIIRGenHighPass", FN(orbIIRGenHighPass), "f8/7 0.2 0.5 2 \"Chebyshev1\"", "5", "five", "=6"},
+    {"orbFilter", FN(orbFilter), "f8 f8 f8/2 f8/3", "4", "four", "=6"},
+    {"orbMedianFilter", FN(orbMedianFilter), "f8 f8 3", "3", "two or three", "23468"},
     // Signal generation and windows.
 
     // Images: borders, wavelets, edges and lines.
@@ -187,6 +199,8 @@ std::vector<std::string> tokens(const char *spec)
 
 Value make(Host &h, const std::string &t)
 {
+    if (t.size() >= 2 && t.front() == '"' && t.back() == '"')
+        return h.string(t.substr(1, t.size() - 2));
     int code = codeOf(t);
     if (code >= 0) {
         size_t slash = t.find('/');

@@ -108,6 +108,18 @@ ORB_API HostValue orbCrossCorrelation(HostCallbacks cb, ArgSeq args);
 
 /* Filters. */
 
+ORB_API HostValue orbFIR(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenLowPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenHighPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenBandPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenBandStop(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRLMS(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIIR(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIIRGenLowPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIIRGenHighPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFilter(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMedianFilter(HostCallbacks cb, ArgSeq args);
+
 /* Signal generation and windows. */
 
 /* Images: borders, wavelets, edges and lines. */

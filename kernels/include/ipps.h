@@ -317,6 +317,75 @@ IPPAPI(IppStatus, ippsCrossCorrNorm_64fc, (const Ipp64fc *pSrc1, int src1Len, co
 
 /* Filters. */
 
+/* Single-rate FIR: pDst[n] = sum over k < tapsLen of pTaps[k] * x[n - k],
+ * where x[-j] (1 <= j < tapsLen) is pDlySrc[tapsLen - 1 - j] (zeros when
+ * pDlySrc is null); pDlyDst, when given, receives the last tapsLen - 1
+ * source samples. Sizes in bytes. */
+IPPAPI(IppStatus, ippsFIRSRGetSize, (int tapsLen, IppDataType tapsType, int *pSpecSize, int *pBufSize))
+IPPAPI(IppStatus, ippsFIRSRInit_64f, (const Ipp64f *pTaps, int tapsLen, IppAlgType algType, IppsFIRSpec_64f *pSpec))
+IPPAPI(IppStatus, ippsFIRSR_64f,
+       (const Ipp64f *pSrc, Ipp64f *pDst, int numIters, IppsFIRSpec_64f *pSpec, const Ipp64f *pDlySrc,
+        Ipp64f *pDlyDst, Ipp8u *pBuf))
+
+/* Window-method FIR design; frequencies are fractions of the sampling rate
+ * in (0, 0.5). */
+IPPAPI(IppStatus, ippsFIRGenGetBufferSize, (int tapsLen, int *pBufferSize))
+IPPAPI(IppStatus, ippsFIRGenLowpass_64f,
+       (Ipp64f rFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRGenHighpass_64f,
+       (Ipp64f rFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRGenBandpass_64f,
+       (Ipp64f rLowFreq, Ipp64f rHighFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal,
+        Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRGenBandstop_64f,
+       (Ipp64f rLowFreq, Ipp64f rHighFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal,
+        Ipp8u *pBuffer))
+
+/* Adaptive least-mean-squares FIR; the delay line holds 2 * tapsLen values. */
+IPPAPI(IppStatus, ippsFIRLMSGetStateSize_32f, (int tapsLen, int dlyIndex, int *pBufferSize))
+IPPAPI(IppStatus, ippsFIRLMSInit_32f,
+       (IppsFIRLMSState_32f * *ppState, const Ipp32f *pTaps, int tapsLen, const Ipp32f *pDlyLine, int dlyIndex,
+        Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRLMS_32f,
+       (const Ipp32f *pSrc, const Ipp32f *pRef, Ipp32f *pDst, int len, float mu, IppsFIRLMSState_32f *pState))
+
+/* Arbitrary-order IIR: taps b0..bN then a0..aN (all divided by a0), a delay
+ * line of N values (the transposed direct form's state). */
+IPPAPI(IppStatus, ippsIIRGetStateSize_32f, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRGetStateSize_64f, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRGetStateSize_64fc, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRInit_32f,
+       (IppsIIRState_32f * *ppState, const Ipp32f *pTaps, int order, const Ipp32f *pDlyLine, Ipp8u *pBuf))
+IPPAPI(IppStatus, ippsIIRInit_64f,
+       (IppsIIRState_64f * *ppState, const Ipp64f *pTaps, int order, const Ipp64f *pDlyLine, Ipp8u *pBuf))
+IPPAPI(IppStatus, ippsIIRInit_64fc,
+       (IppsIIRState_64fc * *ppState, const Ipp64fc *pTaps, int order, const Ipp64fc *pDlyLine, Ipp8u *pBuf))
+IPPAPI(IppStatus, ippsIIR_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len, IppsIIRState_32f *pState))
+IPPAPI(IppStatus, ippsIIR_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len, IppsIIRState_64f *pState))
+IPPAPI(IppStatus, ippsIIR_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len, IppsIIRState_64fc *pState))
+
+/* Butterworth and Chebyshev type I design by the bilinear transform; order
+ * 1 to 12, 2 * order + 2 taps written. */
+IPPAPI(IppStatus, ippsIIRGenGetBufferSize, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRGenLowpass_64f,
+       (Ipp64f rFreq, Ipp64f rpl, int order, Ipp64f *pTaps, IppsIIRFilterType filterType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsIIRGenHighpass_64f,
+       (Ipp64f rFreq, Ipp64f rpl, int order, Ipp64f *pTaps, IppsIIRFilterType filterType, Ipp8u *pBuffer))
+
+/* Sliding median over the maskSize samples ending at each one (an even mask
+ * is reduced by one, with a warning); the samples before the first are
+ * pDlySrc's maskSize - 1 values, or copies of pSrc[0] when it is null. */
+IPPAPI(IppStatus, ippsFilterMedianGetBufferSize, (int maskSize, IppDataType dataType, int *pBufferSize))
+#define ORB_DECLARE_MEDIAN(name, T)                                                                   \
+    IPPAPI(IppStatus, name,                                                                            \
+           (const T *pSrc, T *pDst, int len, int maskSize, const T *pDlySrc, T *pDlyDst, Ipp8u *pBuffer))
+ORB_DECLARE_MEDIAN(ippsFilterMedian_8u, Ipp8u)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_16s, Ipp16s)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_32s, Ipp32s)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_32f, Ipp32f)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_64f, Ipp64f)
+#undef ORB_DECLARE_MEDIAN
+
 /* Signal generation and windows. */
 
 #ifdef __cplusplus
