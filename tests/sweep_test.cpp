@@ -114,14 +114,7 @@ const Row kRows[] = {
 
     {"orbConv", FN(orbConv), "f8/3 f8", "23", "two", "012345678"},
     {"orbCorr", FN(orbCorr), "f8/3 f8", "23", "two", "012345678"},
-    // Rows hold no strings: the integer 0 as the algorithm stands for "auto".
-    {"orbConvolution",
-     FN(+[](HostCallbacks cb, ArgSeq args) -> HostValue {
-         if (HostNumArgs(cb, args) == 4 && args[4] == 1)
-             args[4] = HostFromString(cb, "auto");
-         return orbConvolution(cb, args);
-     }),
-     "f8 f8/3 f8/2 0", "4", "four", "68"},
+    {"orbConvolution", FN(orbConvolution), "f8 f8/3 f8/2 \"auto\"", "4", "four", "68"},
     {"orbBiasedConvolution", FN(orbBiasedConvolution), "f4 f4/3 f4/2 1", "4", "four", "=8"},
     {"orbAutoCorrelation", FN(orbAutoCorrelation), "i2 i2/4 0", "234", "two", "3678"},
     {"orbBiasedAutoCorrelation", FN(orbBiasedAutoCorrelation), "i2 i2/4 0", "234", "two", "3678"},
