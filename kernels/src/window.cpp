@@ -12,7 +12,10 @@
  *                with I0 the modified Bessel function of order 0.
  * Every window is computed at min(n, N - 1 - n), so it is exactly
  * symmetric, and only its first half is computed: each value is applied at
- * n and at N - 1 - n. Values are computed in double; _32f multiplies by the
+ * n and at N - 1 - n. The cosine forms are rewritten in s = sin(x / 2),
+ * c = cos(x / 2): Hann s^2, Hamming 0.08 + 0.92 s^2, Blackman
+ * s^2 (1 + 4 alpha c^2), equal to the above but without its cancellation
+ * near the ends. Values are computed in double; _32f multiplies by the
  * value rounded to float; _64fc multiplies both parts; _16s rounds the
  * product to the nearest integer (ties to even) and saturates.
  *
@@ -49,7 +52,7 @@ enum WinKind { kBartlett, kHann, kHamming, kBlackman, kKaiser };
 struct WinParams {
     WinKind kind;
     double nm1;    // N - 1
-    double scale;  // 2 pi / (N - 1)
+    double scale;  // pi / (N - 1): x / 2 per step of n
     double alpha;
     double kb_v, kb_e;  // I0(alpha (N - 1) / 2) = kb_v e^kb_e
 };
@@ -130,15 +133,19 @@ HWY_INLINE void Values(D d, const WinParams &p, size_t start, size_t count, doub
             const auto de = hn::Sub(e, hn::Set(d, p.kb_e));
             if (!hn::AllTrue(d, hn::Eq(de, hn::Zero(d)))) r = hn::Mul(r, ExpKernel(d, de));
         } else {
-            const auto c = Cosine(d, hn::Mul(m, hn::Set(d, p.scale)));
+            // With s, c the sine and cosine of x / 2: 1 - cos x = 2 s^2 and
+            // cos 2x = 1 - 8 s^2 c^2, which leave no cancellation near the ends.
+            hn::Vec<D> s, c;
+            SinCos(d, hn::Mul(m, hn::Set(d, p.scale)), s, c);
+            const auto s2 = hn::Mul(s, s);
             if (p.kind == kHann) {
-                r = hn::NegMulAdd(hn::Set(d, 0.5), c, hn::Set(d, 0.5));
+                r = s2;
             } else if (p.kind == kHamming) {
-                r = hn::NegMulAdd(hn::Set(d, 0.46), c, hn::Set(d, 0.54));
+                r = hn::MulAdd(hn::Set(d, 0.92), s2, hn::Set(d, 0.08));
             } else {
-                const auto c2 = hn::MulSub(hn::Add(c, c), c, hn::Set(d, 1.0));
-                const auto base = hn::NegMulAdd(hn::Set(d, 0.5), c, hn::Set(d, (p.alpha + 1.0) * 0.5));
-                r = hn::NegMulAdd(hn::Set(d, p.alpha * 0.5), c2, base);
+                // (alpha + 1) / 2 - (1 - 2 s^2) / 2 - alpha / 2 (1 - 8 s^2 c^2)
+                //   = s^2 (1 + 4 alpha c^2)
+                r = hn::Mul(s2, hn::MulAdd(hn::Set(d, 4.0 * p.alpha), hn::Mul(c, c), hn::Set(d, 1.0)));
             }
         }
         hn::Store(r, d, w + k);
@@ -216,7 +223,7 @@ WinParams Params(WinKind kind, int len, double alpha)
     WinParams p{};
     p.kind = kind;
     p.nm1 = double(len) - 1.0;
-    p.scale = len > 1 ? 6.283185307179586 / p.nm1 : 0.0;
+    p.scale = len > 1 ? 3.141592653589793 / p.nm1 : 0.0;
     p.alpha = alpha;
     if (kind == kKaiser) ScalarI0(fabs(alpha * p.nm1 * 0.5), p.kb_v, p.kb_e);
     return p;
