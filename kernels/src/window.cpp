@@ -12,7 +12,8 @@
  *                with I0 the modified Bessel function of order 0.
  * Every window is computed at min(n, N - 1 - n), so it is exactly
  * symmetric, and only its first half is computed: each value is applied at
- * n and at N - 1 - n. The cosine forms are rewritten in s = sin(x / 2),
+ * n and at N - 1 - n (the sines and cosines by angle addition from one
+ * exact pair every 64 values). The cosine forms are rewritten in s = sin(x / 2),
  * c = cos(x / 2): Hann s^2, Hamming 0.08 + 0.92 s^2, Blackman
  * s^2 (1 + 4 alpha c^2), equal to the above but without its cancellation
  * near the ends. Values are computed in double; _32f multiplies by the
@@ -21,7 +22,9 @@
  *
  * I0(x): for x <= 20 its power series sum (x^2 / 4)^k / (k!)^2 to k = 44;
  * beyond, e^x / sqrt(2 pi x) times the asymptotic series
- * sum ((2k - 1)!!)^2 / (k! (8x)^k) to k = 29. Both are good to a few ulps
+ * sum ((2k - 1)!!)^2 / (k! (8x)^k) to k = 29; fewer terms where the
+ * arguments of a vector allow (series 18 and 28 terms up to x = 5 and 10,
+ * asymptotic 10 and 6 from x = 100 and 1000). Both are good to a few ulps
  * there; the window takes the ratio with the exponentials combined, so it
  * stays finite however large alpha (N - 1) / 2 is.
  *
@@ -78,8 +81,10 @@ constexpr BesselTables MakeBesselTables()
 
 constexpr BesselTables kBessel = MakeBesselTables();
 
-/* Values per chunk of the first half. */
+/* Values per chunk of the first half, and per anchor of the cosine
+ * windows within it. */
 constexpr size_t kWinChunk = 1024;
+constexpr size_t kStep = 64;
 
 }  // namespace orb_kernels
 #endif
@@ -89,6 +94,12 @@ namespace orb_kernels::HWY_NAMESPACE {
 namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
+/* Terms each branch needs for double accuracy over a vector: the series
+ * by the largest argument, the asymptotic series by the smallest (its k-th
+ * term shrinks like k! / (2x)^k). */
+HWY_INLINE int SeriesTerms(double xmax) { return xmax <= 5.0 ? 18 : xmax <= 10.0 ? 28 : kSeriesTerms; }
+HWY_INLINE int AsymTerms(double xmin) { return xmin >= 1000.0 ? 6 : xmin >= 100.0 ? 10 : kAsymTerms; }
+
 /* I0(x) = v e^e for x >= 0. */
 template <class D, class V = hn::Vec<D>>
 HWY_INLINE void BesselI0(D d, V x, V &v, V &e)
@@ -97,56 +108,100 @@ HWY_INLINE void BesselI0(D d, V x, V &v, V &e)
     V vs = hn::Zero(d), va = hn::Zero(d);
     if (!hn::AllFalse(d, small)) {
         const V y = hn::Mul(hn::Mul(x, x), hn::Set(d, 0.25));
-        vs = hn::Set(d, kBessel.series[kSeriesTerms - 1]);
-        for (int k = kSeriesTerms - 2; k >= 0; --k) vs = hn::MulAdd(vs, y, hn::Set(d, kBessel.series[k]));
+        const int terms = SeriesTerms(hn::GetLane(hn::MaxOfLanes(d, hn::IfThenElseZero(small, x))));
+        vs = hn::Set(d, kBessel.series[terms - 1]);
+        for (int k = terms - 2; k >= 0; --k) vs = hn::MulAdd(vs, y, hn::Set(d, kBessel.series[k]));
     }
     if (!hn::AllTrue(d, small)) {
         // Lanes at or below the switch are computed at the switch, unused.
         const V xa = hn::Max(x, hn::Set(d, kI0Switch));
-        const V t = hn::Div(hn::Set(d, 1.0), xa);
-        va = hn::Set(d, kBessel.asym[kAsymTerms - 1]);
-        for (int k = kAsymTerms - 2; k >= 0; --k) va = hn::MulAdd(va, t, hn::Set(d, kBessel.asym[k]));
-        va = hn::Div(va, hn::Sqrt(hn::Mul(xa, hn::Set(d, 6.283185307179586))));
+        // 1 / x and 1 / sqrt(2 pi x) from one square root and one division.
+        const V r = hn::Div(hn::Set(d, 1.0), hn::Sqrt(xa));
+        const V t = hn::Mul(r, r);
+        const int terms = AsymTerms(hn::GetLane(hn::MinOfLanes(d, xa)));
+        va = hn::Set(d, kBessel.asym[terms - 1]);
+        for (int k = terms - 2; k >= 0; --k) va = hn::MulAdd(va, t, hn::Set(d, kBessel.asym[k]));
+        va = hn::Mul(va, hn::Mul(r, hn::Set(d, 0.3989422804014327)));  // 1 / sqrt(2 pi)
     }
     v = hn::IfThenElse(small, vs, va);
     e = hn::IfThenZeroElse(small, x);
 }
 
-/* The window at n = start, start + 1, ... for count values (rounded up to
- * whole vectors) into w. */
+/* Sines and cosines of k scale, k < kStep: the steps from an anchor. */
+struct StepTable {
+    HWY_ALIGN double s[kStep];
+    HWY_ALIGN double c[kStep];
+};
+
 template <class D>
-HWY_INLINE void Values(D d, const WinParams &p, size_t start, size_t count, double *w)
+HWY_INLINE void MakeSteps(D d, const WinParams &p, StepTable &t)
+{
+    for (size_t k = 0; k < kStep; k += hn::Lanes(d)) {
+        hn::Vec<D> s, c;
+        SinCos(d, hn::Mul(hn::Iota(d, double(k)), hn::Set(d, p.scale)), s, c);
+        hn::Store(s, d, t.s + k);
+        hn::Store(c, d, t.c + k);
+    }
+}
+
+/* The cosine windows from s, c = sin, cos of x / 2: 1 - cos x = 2 s^2 and
+ * cos 2x = 1 - 8 s^2 c^2, which leave no cancellation near the ends. */
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V CosineWindow(D d, const WinParams &p, V s, V c)
+{
+    const V s2 = hn::Mul(s, s);
+    if (p.kind == kHann) return s2;
+    if (p.kind == kHamming) return hn::MulAdd(hn::Set(d, 0.92), s2, hn::Set(d, 0.08));
+    // (alpha + 1) / 2 - (1 - 2 s^2) / 2 - alpha / 2 (1 - 8 s^2 c^2)
+    //   = s^2 (1 + 4 alpha c^2)
+    return hn::Mul(s2, hn::MulAdd(hn::Set(d, 4.0 * p.alpha), hn::Mul(c, c), hn::Set(d, 1.0)));
+}
+
+/* The window at n = start, start + 1, ... for count values (rounded up to
+ * whole vectors; start a multiple of kStep) into w, for n in the first
+ * half. The cosine windows take the sine and cosine of each anchor
+ * n0 = start + j kStep once and step from it by angle addition:
+ * sin(a + b) = sin a cos b + cos a sin b, all terms non-negative in the
+ * first half, so each value keeps a few ulps. */
+template <class D>
+HWY_INLINE void Values(D d, const WinParams &p, const StepTable &t, size_t start, size_t count, double *w)
 {
     const size_t lanes = hn::Lanes(d);
     const auto nm1 = hn::Set(d, p.nm1);
+    if (p.kind != kBartlett && p.kind != kKaiser) {
+        HWY_ALIGN double as[kWinChunk / kStep + hn::MaxLanes(d)], ac[kWinChunk / kStep + hn::MaxLanes(d)];
+        const size_t anchors = (count + kStep - 1) / kStep;
+        for (size_t j = 0; j < anchors; j += lanes) {
+            const auto n0 = hn::MulAdd(hn::Iota(d, double(j)), hn::Set(d, double(kStep)), hn::Set(d, double(start)));
+            hn::Vec<D> s, c;
+            SinCos(d, hn::Mul(n0, hn::Set(d, p.scale)), s, c);
+            hn::Store(s, d, as + j);
+            hn::Store(c, d, ac + j);
+        }
+        for (size_t j = 0; j < anchors; ++j) {
+            const auto sa = hn::Set(d, as[j]), ca = hn::Set(d, ac[j]);
+            for (size_t k = 0; k < kStep; k += lanes) {
+                const auto sk = hn::Load(d, t.s + k), ck = hn::Load(d, t.c + k);
+                const auto s = hn::MulAdd(sa, ck, hn::Mul(ca, sk));
+                const auto c = hn::MulSub(ca, ck, hn::Mul(sa, sk));
+                hn::Store(CosineWindow(d, p, s, c), d, w + j * kStep + k);
+            }
+        }
+        return;
+    }
     for (size_t k = 0; k < count; k += lanes) {
         const auto n = hn::Iota(d, double(start + k));
         const auto m = hn::Min(n, hn::Sub(nm1, n));
         hn::Vec<D> r;
         if (p.kind == kBartlett) {
             r = hn::Div(hn::Add(m, m), nm1);
-        } else if (p.kind == kKaiser) {
+        } else {
             const auto x = hn::Abs(hn::Mul(hn::Set(d, p.alpha), hn::Sqrt(hn::Mul(m, hn::Sub(nm1, m)))));
             hn::Vec<D> v, e;
             BesselI0(d, x, v, e);
             r = hn::Div(v, hn::Set(d, p.kb_v));
             const auto de = hn::Sub(e, hn::Set(d, p.kb_e));
             if (!hn::AllTrue(d, hn::Eq(de, hn::Zero(d)))) r = hn::Mul(r, ExpKernel(d, de));
-        } else {
-            // With s, c the sine and cosine of x / 2: 1 - cos x = 2 s^2 and
-            // cos 2x = 1 - 8 s^2 c^2, which leave no cancellation near the ends.
-            hn::Vec<D> s, c;
-            SinCos(d, hn::Mul(m, hn::Set(d, p.scale)), s, c);
-            const auto s2 = hn::Mul(s, s);
-            if (p.kind == kHann) {
-                r = s2;
-            } else if (p.kind == kHamming) {
-                r = hn::MulAdd(hn::Set(d, 0.92), s2, hn::Set(d, 0.08));
-            } else {
-                // (alpha + 1) / 2 - (1 - 2 s^2) / 2 - alpha / 2 (1 - 8 s^2 c^2)
-                //   = s^2 (1 + 4 alpha c^2)
-                r = hn::Mul(s2, hn::MulAdd(hn::Set(d, 4.0 * p.alpha), hn::Mul(c, c), hn::Set(d, 1.0)));
-            }
         }
         hn::Store(r, d, w + k);
     }
@@ -163,14 +218,24 @@ HWY_INLINE Ipp16s Times(Ipp16s s, double w)
 }
 
 template <typename T>
-IppStatus Window(const T *src, T *dst, size_t len, const WinParams &p)
+IppStatus Window(const T *src, T *dst, size_t len, const WinParams &params)
 {
     const hn::ScalableTag<double> d;
+    WinParams p = params;
+    if (p.kind == kKaiser) {
+        // The middle's value, by the same code as every other: 1 there.
+        hn::Vec<decltype(d)> v, e;
+        BesselI0(d, hn::Abs(hn::Mul(hn::Set(d, p.alpha), hn::Set(d, p.nm1 * 0.5))), v, e);
+        p.kb_v = hn::GetLane(v);
+        p.kb_e = hn::GetLane(e);
+    }
     HWY_ALIGN double w[kWinChunk + hn::MaxLanes(d)];
+    StepTable t;
+    if (p.kind != kBartlett && p.kind != kKaiser) MakeSteps(d, p, t);
     const size_t half = (len + 1) / 2, lower = len / 2;
     for (size_t i0 = 0; i0 < half; i0 += kWinChunk) {
         const size_t cnt = HWY_MIN(kWinChunk, half - i0);
-        Values(d, p, i0, cnt, w);
+        Values(d, p, t, i0, cnt, w);
         const T *s = src + i0;
         T *o = dst + i0;
         for (size_t k = 0; k < cnt; ++k) o[k] = Times(s[k], w[k]);
@@ -201,23 +266,6 @@ HWY_EXPORT(Window_64fc);
 
 namespace {
 
-/* I0(x) = v e^e, x >= 0, as the vector code computes it. */
-void ScalarI0(double x, double &v, double &e)
-{
-    if (x <= kI0Switch) {
-        const double y = x * x * 0.25;
-        v = kBessel.series[kSeriesTerms - 1];
-        for (int k = kSeriesTerms - 2; k >= 0; --k) v = v * y + kBessel.series[k];
-        e = 0;
-    } else {
-        const double t = 1.0 / x;
-        v = kBessel.asym[kAsymTerms - 1];
-        for (int k = kAsymTerms - 2; k >= 0; --k) v = v * t + kBessel.asym[k];
-        v /= sqrt(x * 6.283185307179586);
-        e = x;
-    }
-}
-
 WinParams Params(WinKind kind, int len, double alpha)
 {
     WinParams p{};
@@ -225,7 +273,6 @@ WinParams Params(WinKind kind, int len, double alpha)
     p.nm1 = double(len) - 1.0;
     p.scale = len > 1 ? 3.141592653589793 / p.nm1 : 0.0;
     p.alpha = alpha;
-    if (kind == kKaiser) ScalarI0(fabs(alpha * p.nm1 * 0.5), p.kb_v, p.kb_e);
     return p;
 }
 
