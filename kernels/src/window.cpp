@@ -100,6 +100,21 @@ namespace hn = hwy::HWY_NAMESPACE;
 HWY_INLINE int SeriesTerms(double xmax) { return xmax <= 5.0 ? 18 : xmax <= 10.0 ? 28 : kSeriesTerms; }
 HWY_INLINE int AsymTerms(double xmin) { return xmin >= 1000.0 ? 6 : xmin >= 100.0 ? 10 : kAsymTerms; }
 
+/* sum c[k] y^k for k < terms, y >= 0 and c > 0 (so no cancellation), as
+ * four interleaved Horner chains in y^4 that run side by side. */
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V Poly(D d, const double *c, int terms, V y)
+{
+    const V y2 = hn::Mul(y, y), y4 = hn::Mul(y2, y2);
+    V q[4];
+    for (int r = 0; r < 4; ++r) {
+        int k = r + ((terms - 1 - r) / 4) * 4;  // the highest k = r mod 4 below terms
+        q[r] = k < terms ? hn::Set(d, c[k]) : hn::Zero(d);
+        for (k -= 4; k >= 0; k -= 4) q[r] = hn::MulAdd(q[r], y4, hn::Set(d, c[k]));
+    }
+    return hn::MulAdd(hn::MulAdd(q[3], y, q[2]), y2, hn::MulAdd(q[1], y, q[0]));
+}
+
 /* I0(x) = v e^e for x >= 0. */
 template <class D, class V = hn::Vec<D>>
 HWY_INLINE void BesselI0(D d, V x, V &v, V &e)
@@ -109,8 +124,7 @@ HWY_INLINE void BesselI0(D d, V x, V &v, V &e)
     if (!hn::AllFalse(d, small)) {
         const V y = hn::Mul(hn::Mul(x, x), hn::Set(d, 0.25));
         const int terms = SeriesTerms(hn::GetLane(hn::MaxOfLanes(d, hn::IfThenElseZero(small, x))));
-        vs = hn::Set(d, kBessel.series[terms - 1]);
-        for (int k = terms - 2; k >= 0; --k) vs = hn::MulAdd(vs, y, hn::Set(d, kBessel.series[k]));
+        vs = Poly(d, kBessel.series, terms, y);
     }
     if (!hn::AllTrue(d, small)) {
         // Lanes at or below the switch are computed at the switch, unused.
@@ -119,8 +133,7 @@ HWY_INLINE void BesselI0(D d, V x, V &v, V &e)
         const V r = hn::Div(hn::Set(d, 1.0), hn::Sqrt(xa));
         const V t = hn::Mul(r, r);
         const int terms = AsymTerms(hn::GetLane(hn::MinOfLanes(d, xa)));
-        va = hn::Set(d, kBessel.asym[terms - 1]);
-        for (int k = terms - 2; k >= 0; --k) va = hn::MulAdd(va, t, hn::Set(d, kBessel.asym[k]));
+        va = Poly(d, kBessel.asym, terms, t);
         va = hn::Mul(va, hn::Mul(r, hn::Set(d, 0.3989422804014327)));  // 1 / sqrt(2 pi)
     }
     v = hn::IfThenElse(small, vs, va);
