@@ -41,6 +41,8 @@
 #include <math.h>
 #include <stdint.h>
 
+#include <type_traits>
+
 #include "entry.h"
 #include "ipps.h"
 #include "math-inl.h"
@@ -230,6 +232,38 @@ HWY_INLINE Ipp16s Times(Ipp16s s, double w)
     return Ipp16s(r < -32768.0 ? -32768.0 : r > 32767.0 ? 32767.0 : r);
 }
 
+/* Whole vectors of the front values of one chunk and of their mirror
+ * images (read and written backwards, reversed in the register); returns
+ * how many values it took, the rest being left to the caller. Front and
+ * mirror indices never meet, and each element is read before it is
+ * written, so the source may be the destination. */
+template <typename T>
+HWY_INLINE size_t Apply(const T *src, T *dst, size_t len, size_t i0, size_t cnt, size_t cnt2, double *w)
+{
+    const hn::ScalableTag<T> d;
+    const size_t n = hn::Lanes(d);
+    const T *wt;
+    HWY_ALIGN float wf[kWinChunk + hn::MaxLanes(hn::ScalableTag<float>())];
+    if constexpr (std::is_same_v<T, float>) {
+        for (size_t k = 0; k < cnt; ++k) wf[k] = float(w[k]);
+        wt = wf;
+    } else {
+        wt = w;
+    }
+    size_t k = 0;
+    for (; k + n <= cnt2; k += n) {
+        const auto wv = hn::Load(d, wt + k);
+        hn::StoreU(hn::Mul(hn::LoadU(d, src + i0 + k), wv), d, dst + i0 + k);
+        const size_t m = len - i0 - k - n;  // the mirror vector's lowest index
+        hn::StoreU(hn::Mul(hn::LoadU(d, src + m), hn::Reverse(d, wv)), d, dst + m);
+    }
+    // Front values past the mirrored ones (the middle).
+    if (k < cnt2) return k;
+    for (; k + n <= cnt; k += n)
+        hn::StoreU(hn::Mul(hn::LoadU(d, src + i0 + k), hn::Load(d, wt + k)), d, dst + i0 + k);
+    return k;
+}
+
 template <typename T>
 IppStatus Window(const T *src, T *dst, size_t len, const WinParams &params)
 {
@@ -249,14 +283,12 @@ IppStatus Window(const T *src, T *dst, size_t len, const WinParams &params)
     for (size_t i0 = 0; i0 < half; i0 += kWinChunk) {
         const size_t cnt = HWY_MIN(kWinChunk, half - i0);
         Values(d, p, t, i0, cnt, w);
-        const T *s = src + i0;
-        T *o = dst + i0;
-        for (size_t k = 0; k < cnt; ++k) o[k] = Times(s[k], w[k]);
         // The mirror images: indices len - 1 - i for i < len / 2.
         const size_t cnt2 = i0 < lower ? HWY_MIN(cnt, lower - i0) : 0;
-        const T *sm = src + (len - 1 - i0);
-        T *om = dst + (len - 1 - i0);
-        for (size_t k = 0; k < cnt2; ++k) *(om - k) = Times(*(sm - k), w[k]);
+        size_t k = 0;
+        if constexpr (std::is_same_v<T, double> || std::is_same_v<T, float>) k = Apply(src, dst, len, i0, cnt, cnt2, w);
+        for (size_t j = k; j < cnt; ++j) dst[i0 + j] = Times(src[i0 + j], w[j]);
+        for (size_t j = k; j < cnt2; ++j) dst[len - 1 - i0 - j] = Times(src[len - 1 - i0 - j], w[j]);
     }
     return ippStsNoErr;
 }
