@@ -60,6 +60,7 @@ struct WinParams {
     double scale;  // pi / (N - 1): x / 2 per step of n
     double alpha;
     double kb_v, kb_e;  // I0(alpha (N - 1) / 2) = kb_v e^kb_e
+    double kb_inv;      // 1 / kb_v
 };
 
 constexpr int kSeriesTerms = 45, kAsymTerms = 30;
@@ -97,9 +98,9 @@ namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
 /* Terms each branch needs for double accuracy over a vector: the series
- * by the largest argument, the asymptotic series by the smallest (its k-th
+ * by the largest argument (given squared), the asymptotic series by the smallest (its k-th
  * term shrinks like k! / (2x)^k). */
-HWY_INLINE int SeriesTerms(double xmax) { return xmax <= 5.0 ? 18 : xmax <= 10.0 ? 28 : kSeriesTerms; }
+HWY_INLINE int SeriesTerms(double x2max) { return x2max <= 25.0 ? 18 : x2max <= 100.0 ? 28 : kSeriesTerms; }
 HWY_INLINE int AsymTerms(double xmin) { return xmin >= 1000.0 ? 6 : xmin >= 100.0 ? 10 : kAsymTerms; }
 
 /* sum c[k] y^k for k < terms, y >= 0 and c > 0 (so no cancellation), as
@@ -117,19 +118,20 @@ HWY_INLINE V Poly(D d, const double *c, int terms, V y)
     return hn::MulAdd(hn::MulAdd(q[3], y, q[2]), y2, hn::MulAdd(q[1], y, q[0]));
 }
 
-/* I0(x) = v e^e for x >= 0. */
+/* I0(x) = v e^e for x >= 0, from x^2: the series needs no square root. */
 template <class D, class V = hn::Vec<D>>
-HWY_INLINE void BesselI0(D d, V x, V &v, V &e)
+HWY_INLINE void BesselI0(D d, V x2, V &v, V &e)
 {
-    const auto small = hn::Le(x, hn::Set(d, kI0Switch));
-    V vs = hn::Zero(d), va = hn::Zero(d);
+    const auto small = hn::Le(x2, hn::Set(d, kI0Switch * kI0Switch));
+    V vs = hn::Zero(d), va = hn::Zero(d), x = hn::Zero(d);
     if (!hn::AllFalse(d, small)) {
-        const V y = hn::Mul(hn::Mul(x, x), hn::Set(d, 0.25));
-        const int terms = SeriesTerms(hn::GetLane(hn::MaxOfLanes(d, hn::IfThenElseZero(small, x))));
+        const V y = hn::Mul(x2, hn::Set(d, 0.25));
+        const int terms = SeriesTerms(hn::GetLane(hn::MaxOfLanes(d, hn::IfThenElseZero(small, x2))));
         vs = Poly(d, kBessel.series, terms, y);
     }
     if (!hn::AllTrue(d, small)) {
         // Lanes at or below the switch are computed at the switch, unused.
+        x = hn::Sqrt(x2);
         const V xa = hn::Max(x, hn::Set(d, kI0Switch));
         // 1 / x and 1 / sqrt(2 pi x) from one square root and one division.
         const V r = hn::Div(hn::Set(d, 1.0), hn::Sqrt(xa));
@@ -211,10 +213,14 @@ HWY_INLINE void Values(D d, const WinParams &p, const StepTable &t, size_t start
         if (p.kind == kBartlett) {
             r = hn::Div(hn::Add(m, m), nm1);
         } else {
-            const auto x = hn::Abs(hn::Mul(hn::Set(d, p.alpha), hn::Sqrt(hn::Mul(m, hn::Sub(nm1, m)))));
+            // x^2 = alpha^2 m (N - 1 - m), the product of integers exact.
+            const auto x2 = hn::Mul(hn::Set(d, p.alpha * p.alpha), hn::Mul(m, hn::Sub(nm1, m)));
             hn::Vec<D> v, e;
-            BesselI0(d, x, v, e);
-            r = hn::Div(v, hn::Set(d, p.kb_v));
+            BesselI0(d, x2, v, e);
+            // v / I0(middle) as a product, and exactly 1 in the middle.
+            const auto one = hn::Set(d, 1.0), kb = hn::Set(d, p.kb_v);
+            const auto middle = hn::And(hn::Eq(v, kb), hn::Eq(e, hn::Set(d, p.kb_e)));
+            r = hn::IfThenElse(middle, one, hn::Mul(v, hn::Set(d, p.kb_inv)));
             const auto de = hn::Sub(e, hn::Set(d, p.kb_e));
             if (!hn::AllTrue(d, hn::Eq(de, hn::Zero(d)))) r = hn::Mul(r, ExpKernel(d, de));
         }
@@ -272,8 +278,10 @@ IppStatus Window(const T *src, T *dst, size_t len, const WinParams &params)
     if (p.kind == kKaiser) {
         // The middle's value, by the same code as every other: 1 there.
         hn::Vec<decltype(d)> v, e;
-        BesselI0(d, hn::Abs(hn::Mul(hn::Set(d, p.alpha), hn::Set(d, p.nm1 * 0.5))), v, e);
+        const double h = p.nm1 * 0.5;
+        BesselI0(d, hn::Mul(hn::Set(d, p.alpha * p.alpha), hn::Set(d, h * h)), v, e);
         p.kb_v = hn::GetLane(v);
+        p.kb_inv = 1.0 / p.kb_v;
         p.kb_e = hn::GetLane(e);
     }
     HWY_ALIGN double w[kWinChunk + hn::MaxLanes(d)];
