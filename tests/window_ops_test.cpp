@@ -1,5 +1,6 @@
 // Window exports: each reaches its backend window in every datatype, with
 // alpha in the precision each passes, and reports its faults in order.
+// (Arity and datatype messages: the sweep.)
 #include <gtest/gtest.h>
 
 #include "support.h"
@@ -24,17 +25,9 @@ TEST(WindowOps, EachExportAppliesItsWindow)
         D want(x.size());
         ASSERT_EQ(p.win(x.data(), want.data(), 7), ippStsNoErr);
         EXPECT_EQ(written<double>(h, p.fn, {h.rtable1(DT_FLOAT8, 7), float8(h, x)}), want);
-        // Complex data: both parts by the same window.
-        std::vector<Ipp64fc> z;
-        for (double v : x) z.push_back({v, -2 * v});
-        Z got = complexes(h, [&] {
-            Value out = h.rtable1(DT_COMPLEX8, 7);
-            written<Ipp64fc>(h, p.fn, {out, complex8(h, z)});
-            return out;
-        }());
-        for (size_t i = 0; i < x.size(); ++i) EXPECT_EQ(got[i], std::complex<double>(want[i], -2 * want[i]));
     }
-    // Single precision and integers go to their own forms.
+    // Single precision and integers go to their own forms (complex data: the
+    // backend tests).
     std::vector<float> xf(x.begin(), x.end()), wf(7);
     ASSERT_EQ(ippsWinHann_32f(xf.data(), wf.data(), 7), ippStsNoErr);
     EXPECT_EQ(written<float>(h, orbHann, {h.rtable1(DT_FLOAT4, 7), float4(h, xf)}), wf);
@@ -63,11 +56,7 @@ TEST(WindowOps, FaultsInOrder)
     Host h;
     Value out = h.rtable1(DT_FLOAT8, 4), in = h.rtable1(DT_FLOAT8, 4), f4 = h.rtable1(DT_FLOAT4, 4);
     Value longer = h.rtable1(DT_FLOAT8, 5);
-    EXPECT_EQ(h.call(orbHann, {out}).error, "expecting one or two arguments, but received 1");
-    EXPECT_EQ(h.call(orbHann, {out, in, h.integer(1)}).error, "expecting one or two arguments, but received 3");
-    EXPECT_EQ(h.call(orbKaiser, {out, in}).error, "expecting two or three arguments, but received 2");
     EXPECT_EQ(h.call(orbHamming, {out, f4}).error, wrongType(h, "float[8]", f4));
-    EXPECT_EQ(h.call(orbBartlett, {h.rtable1(DT_INT4, 4), in}).error, "datatype not supported");
     // The counts are compared before alpha is read.
     EXPECT_EQ(h.call(orbKaiser, {out, longer, h.name("a")}).error, "rtables must have the same number of elements");
     EXPECT_EQ(h.call(orbKaiser, {out, in, h.name("a")}).error, "expecting a numeric value, but received a");
