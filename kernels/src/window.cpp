@@ -10,23 +10,26 @@
  *                Std takes alpha = -0.16, Opt alpha = -0.5 / (1 + cos(2 pi / (N - 1)))
  *   Kaiser       I0(alpha sqrt(((N - 1) / 2)^2 - (n - (N - 1) / 2)^2)) / I0(alpha (N - 1) / 2)
  *                with I0 the modified Bessel function of order 0.
- * Every window is computed at min(n, N - 1 - n), so it is exactly
- * symmetric, and only its first half is computed: each value is applied at
- * n and at N - 1 - n (the sines and cosines by angle addition from one
- * exact pair every 64 values). The cosine forms are rewritten in s = sin(x / 2),
- * c = cos(x / 2): Hann s^2, Hamming 0.08 + 0.92 s^2, Blackman
- * s^2 (1 + 4 alpha c^2), equal to the above but without its cancellation
- * near the ends. Values are computed in double; _32f multiplies by the
- * value rounded to float; _64fc multiplies both parts; _16s rounds the
- * product to the nearest integer (ties to even) and saturates.
+ * Only the first half of each window is computed, and each value is
+ * applied at n and at N - 1 - n, so every window is exactly symmetric. The
+ * cosine forms are rewritten in s = sin(x / 2), c = cos(x / 2): Hann s^2,
+ * Hamming 0.08 + 0.92 s^2, Blackman s^2 (1 + 4 alpha c^2), equal to the
+ * above but without its cancellation near the ends; s and c come by angle
+ * addition from an exact pair every 64 values. Values are computed in
+ * double; _32f multiplies by the value rounded to float; _64fc multiplies
+ * both parts; _16s rounds the product to the nearest integer (ties to even)
+ * and saturates.
  *
  * I0(x): for x <= 20 its power series sum (x^2 / 4)^k / (k!)^2 to k = 44;
  * beyond, e^x / sqrt(2 pi x) times the asymptotic series
  * sum ((2k - 1)!!)^2 / (k! (8x)^k) to k = 29; fewer terms where the
  * arguments of a vector allow (series 18 and 28 terms up to x = 5 and 10,
  * asymptotic 10 and 6 from x = 100 and 1000). Both are good to a few ulps
- * there; the window takes the ratio with the exponentials combined, so it
- * stays finite however large alpha (N - 1) / 2 is.
+ * there. The series is taken in x^2 = alpha^2 m (N - 1 - m), m the nearer
+ * end's distance, without a square root. The window takes the ratio with
+ * the exponentials combined, so it stays finite however large
+ * alpha (N - 1) / 2 is (no "window too big" error), and is exactly 1 in the
+ * middle.
  *
  * Errors: null pointers, then len < 1 (ippStsSizeErr); len < 3 for all but
  * Kaiser, len < 4 for BlackmanOpt (ippStsSizeErr too).
@@ -213,7 +216,8 @@ HWY_INLINE void Values(D d, const WinParams &p, const StepTable &t, size_t start
         if (p.kind == kBartlett) {
             r = hn::Div(hn::Add(m, m), nm1);
         } else {
-            // x^2 = alpha^2 m (N - 1 - m), the product of integers exact.
+            // x^2 = alpha^2 m (N - 1 - m); the integer product is exact
+            // below 2^53.
             const auto x2 = hn::Mul(hn::Set(d, p.alpha * p.alpha), hn::Mul(m, hn::Sub(nm1, m)));
             hn::Vec<D> v, e;
             BesselI0(d, x2, v, e);
