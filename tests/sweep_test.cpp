@@ -137,6 +137,19 @@ const Row kRows[] = {
     {"orbMedianFilter", FN(orbMedianFilter), "f8 f8 3", "3", "two or three", "23468"},
     // Signal generation and windows.
 
+    {"orbGenerateTone", FN(orbGenerateTone), "f8 1.0 0.1 0.5", "456", "four", "678"},
+    {"orbGenerateTriangle", FN(orbGenerateTriangle), "f8 1.0 0.1 0.5 0.0", "5", "five", "678"},
+    {"orbGenerateUniform", FN(orbGenerateUniform), "f8 -1.0 1.0 7", "4", "four", "368"},
+    {"orbGenerateGaussian", FN(orbGenerateGaussian), "f8 0.0 1.0 7", "4", "four", "368"},
+    {"orbGenerateJaehne", FN(orbGenerateJaehne), "f8 2.0", "2", "two", "3468"},
+    {"orbGenerateSlope", FN(orbGenerateSlope), "f8 1.0 0.5", "3", "three", "3468"},
+    {"orbBartlett", FN(orbBartlett), "f8 f8", "2", "one or two", "3678"},
+    {"orbHamming", FN(orbHamming), "f8 f8", "2", "one or two", "3678"},
+    {"orbHann", FN(orbHann), "f8 f8", "2", "one or two", "3678"},
+    {"orbBlackmanStd", FN(orbBlackmanStd), "f8 f8", "2", "one or two", "3678"},
+    {"orbBlackmanOpt", FN(orbBlackmanOpt), "f8 f8", "2", "one or two", "3678"},
+    {"orbBlackman", FN(orbBlackman), "f8 f8 0.5", "3", "two or three", "3678"},
+    {"orbKaiser", FN(orbKaiser), "f8 f8 0.5", "3", "two or three", "3678"},
     // Images: borders, wavelets, edges and lines.
 
     {"orbGetIPPVersion", FN(orbGetIPPVersion), "", "*", "", ""},

@@ -122,6 +122,20 @@ ORB_API HostValue orbMedianFilter(HostCallbacks cb, ArgSeq args);
 
 /* Signal generation and windows. */
 
+ORB_API HostValue orbGenerateTone(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateTriangle(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateUniform(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateGaussian(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateJaehne(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateSlope(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBartlett(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbHamming(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbHann(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBlackmanStd(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBlackmanOpt(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBlackman(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbKaiser(HostCallbacks cb, ArgSeq args);
+
 /* Images: borders, wavelets, edges and lines. */
 
 #endif

@@ -388,6 +388,52 @@ ORB_DECLARE_MEDIAN(ippsFilterMedian_64f, Ipp64f)
 
 /* Signal generation and windows. */
 
+IPPAPI(IppStatus, ippsRandUniformGetSize_16s, (int *pRandUniStateSize))
+IPPAPI(IppStatus, ippsRandUniformGetSize_32f, (int *pRandUniStateSize))
+IPPAPI(IppStatus, ippsRandUniformGetSize_64f, (int *pRandUniStateSize))
+IPPAPI(IppStatus, ippsRandUniformInit_16s, (IppsRandUniState_16s * pRandUniState, Ipp16s low, Ipp16s high, unsigned int seed))
+IPPAPI(IppStatus, ippsRandUniformInit_32f, (IppsRandUniState_32f * pRandUniState, Ipp32f low, Ipp32f high, unsigned int seed))
+IPPAPI(IppStatus, ippsRandUniformInit_64f, (IppsRandUniState_64f * pRandUniState, Ipp64f low, Ipp64f high, unsigned int seed))
+IPPAPI(IppStatus, ippsRandUniform_16s, (Ipp16s * pDst, int len, IppsRandUniState_16s *pRandUniState))
+IPPAPI(IppStatus, ippsRandUniform_32f, (Ipp32f * pDst, int len, IppsRandUniState_32f *pRandUniState))
+IPPAPI(IppStatus, ippsRandUniform_64f, (Ipp64f * pDst, int len, IppsRandUniState_64f *pRandUniState))
+IPPAPI(IppStatus, ippsRandGaussGetSize_16s, (int *pRandGaussStateSize))
+IPPAPI(IppStatus, ippsRandGaussGetSize_32f, (int *pRandGaussStateSize))
+IPPAPI(IppStatus, ippsRandGaussGetSize_64f, (int *pRandGaussStateSize))
+IPPAPI(IppStatus, ippsRandGaussInit_16s, (IppsRandGaussState_16s * pRandGaussState, Ipp16s mean, Ipp16s stdDev, unsigned int seed))
+IPPAPI(IppStatus, ippsRandGaussInit_32f, (IppsRandGaussState_32f * pRandGaussState, Ipp32f mean, Ipp32f stdDev, unsigned int seed))
+IPPAPI(IppStatus, ippsRandGaussInit_64f, (IppsRandGaussState_64f * pRandGaussState, Ipp64f mean, Ipp64f stdDev, unsigned int seed))
+IPPAPI(IppStatus, ippsRandGauss_16s, (Ipp16s * pDst, int len, IppsRandGaussState_16s *pRandGaussState))
+IPPAPI(IppStatus, ippsRandGauss_32f, (Ipp32f * pDst, int len, IppsRandGaussState_32f *pRandGaussState))
+IPPAPI(IppStatus, ippsRandGauss_64f, (Ipp64f * pDst, int len, IppsRandGaussState_64f *pRandGaussState))
+IPPAPI(IppStatus, ippsVectorJaehne_16s, (Ipp16s * pDst, int len, Ipp16s magn))
+IPPAPI(IppStatus, ippsVectorJaehne_32s, (Ipp32s * pDst, int len, Ipp32s magn))
+IPPAPI(IppStatus, ippsVectorJaehne_32f, (Ipp32f * pDst, int len, Ipp32f magn))
+IPPAPI(IppStatus, ippsVectorJaehne_64f, (Ipp64f * pDst, int len, Ipp64f magn))
+IPPAPI(IppStatus, ippsVectorSlope_16s, (Ipp16s * pDst, int len, Ipp32f offset, Ipp32f slope))
+IPPAPI(IppStatus, ippsVectorSlope_32s, (Ipp32s * pDst, int len, Ipp64f offset, Ipp64f slope))
+IPPAPI(IppStatus, ippsVectorSlope_32f, (Ipp32f * pDst, int len, Ipp32f offset, Ipp32f slope))
+IPPAPI(IppStatus, ippsVectorSlope_64f, (Ipp64f * pDst, int len, Ipp64f offset, Ipp64f slope))
+#define ORB_DECLARE_WIN(name)                                                        \
+    IPPAPI(IppStatus, ipps##name##_16s, (const Ipp16s *pSrc, Ipp16s *pDst, int len)) \
+    IPPAPI(IppStatus, ipps##name##_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len)) \
+    IPPAPI(IppStatus, ipps##name##_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len)) \
+    IPPAPI(IppStatus, ipps##name##_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+ORB_DECLARE_WIN(WinBartlett)
+ORB_DECLARE_WIN(WinHamming)
+ORB_DECLARE_WIN(WinHann)
+ORB_DECLARE_WIN(WinBlackmanStd)
+ORB_DECLARE_WIN(WinBlackmanOpt)
+#undef ORB_DECLARE_WIN
+#define ORB_DECLARE_WIN_A(name)                                                                        \
+    IPPAPI(IppStatus, ipps##name##_16s, (const Ipp16s *pSrc, Ipp16s *pDst, int len, Ipp32f alpha))     \
+    IPPAPI(IppStatus, ipps##name##_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len, Ipp32f alpha))     \
+    IPPAPI(IppStatus, ipps##name##_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len, Ipp64f alpha))     \
+    IPPAPI(IppStatus, ipps##name##_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len, Ipp64f alpha))
+ORB_DECLARE_WIN_A(WinBlackman)
+ORB_DECLARE_WIN_A(WinKaiser)
+#undef ORB_DECLARE_WIN_A
+
 #ifdef __cplusplus
 }
 #endif
