@@ -1,0 +1,935 @@
+/* Reductions: sums, means, standard deviations, extremes and their indices,
+ * norms, dot products, element-wise extremes of two vectors, zero-crossing
+ * measures, counts in a range and the maximum binary order.
+ *
+ * Floating-point reductions run Fold (below): four independent vector
+ * accumulators, so that additions overlap and each accumulator sums only a
+ * quarter of the elements; the lanes are added at the end. Single-precision
+ * sums accumulate in double under ippAlgHintAccurate (and the dot product of
+ * floats always does), in single precision otherwise. Standard deviations
+ * take the mean first, then the squares of the deviations from it, divided
+ * by len - 1.
+ *
+ * Extremes pass over NaN elements: an all-NaN vector gives NaN (index 0).
+ * Of equal extremes the first gives the index and the value (so -0 and +0
+ * are told apart by position only). The absolute extremes of integers are
+ * taken as unsigned magnitudes and saturate when stored: |-32768| is 32767.
+ *
+ * Integer sums and dot products are exact in 64 bits; a scaled sum is then
+ * multiplied by 2^-scaleFactor, rounded half to even and saturated.
+ *
+ * Zero crossings of x[0..len-1], over the neighbours x[n-1], x[n]:
+ *   ippZCR    the changes of sign, with s(x) = -1 below zero and +1 from zero
+ *             up: (1/2) sum |s(x[n]) - s(x[n-1])|
+ *   ippZCXor  the changes of the sign bit (so -0.0 counts as negative):
+ *             sum signbit(x[n]) xor signbit(x[n-1])
+ *   ippZCC    with a three-way sign (-1, 0, +1): (1/2) sum |sgn(x[n]) -
+ *             sgn(x[n-1])|, so a step to or from zero counts a half
+ * NaN neighbours count no crossing in ZCR and ZCC.
+ */
+#include "dispatch.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "stats.cpp"
+#include <hwy/foreach_target.h>  // IWYU pragma: keep
+#include <hwy/highway.h>
+
+#include <math.h>
+#include <stdint.h>
+#include <string.h>
+
+#include <cmath>
+#include <limits>
+#include <type_traits>
+
+#include "entry.h"
+#include "ipps.h"
+#include "loops-inl.h"
+
+#ifndef ORB_STATS_ONCE
+#define ORB_STATS_ONCE
+namespace orb_kernels {
+/* Which extreme a search looks for. */
+enum class Ext { kMin, kMax };
+}  // namespace orb_kernels
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace orb_kernels::HWY_NAMESPACE {
+namespace {
+
+/* An input for Fold: full vectors straight from the array, the partial last
+ * one padded with `pad`, a value that leaves the accumulators as they are. */
+template <typename T>
+struct Src {
+    const T *p;
+    T pad;
+    template <class D>
+    HWY_INLINE hn::Vec<hn::Rebind<T, D>> Load(D, size_t i) const
+    {
+        return hn::LoadU(hn::Rebind<T, D>(), p + i);
+    }
+    template <class D>
+    HWY_INLINE hn::Vec<hn::Rebind<T, D>> LoadTail(D d, size_t i, size_t r) const
+    {
+        HWY_ALIGN T buf[hn::MaxLanes(hn::Rebind<T, D>())];
+        for (size_t k = 0; k < hn::Lanes(d); ++k) buf[k] = k < r ? p[i + k] : pad;
+        return hn::Load(hn::Rebind<T, D>(), buf);
+    }
+};
+
+/* Interleaved complex values, split into parts; padding 0 + 0i. */
+struct SrcPairs {
+    const double *p;
+    template <class D>
+    HWY_INLINE Cx<hn::Vec<D>> Load(D d, size_t i) const
+    {
+        Cx<hn::Vec<D>> c;
+        hn::LoadInterleaved2(d, p + 2 * i, c.re, c.im);
+        return c;
+    }
+    template <class D>
+    HWY_INLINE Cx<hn::Vec<D>> LoadTail(D d, size_t i, size_t r) const
+    {
+        HWY_ALIGN double buf[2 * hn::MaxLanes(D())] = {};
+        memcpy(buf, p + 2 * i, 2 * r * sizeof(double));
+        Cx<hn::Vec<D>> c;
+        hn::LoadInterleaved2(d, buf, c.re, c.im);
+        return c;
+    }
+};
+
+/* Runs four accumulator states over count elements, each Add taking one
+ * vector of every input, and merges them into the first. */
+template <class D, class S, class... I>
+HWY_INLINE S Fold(D d, size_t count, S s, const I &...in)
+{
+    const size_t n = hn::Lanes(d);
+    S s1 = s, s2 = s, s3 = s;
+    size_t i = 0;
+    for (; i + 4 * n <= count; i += 4 * n) {
+        s.Add(d, in.Load(d, i)...);
+        s1.Add(d, in.Load(d, i + n)...);
+        s2.Add(d, in.Load(d, i + 2 * n)...);
+        s3.Add(d, in.Load(d, i + 3 * n)...);
+    }
+    for (; i + n <= count; i += n) s.Add(d, in.Load(d, i)...);
+    if (i < count) s1.Add(d, in.LoadTail(d, i, count - i)...);
+    s.Merge(d, s1);
+    s2.Merge(d, s3);
+    s.Merge(d, s2);
+    return s;
+}
+
+template <class D>
+HWY_INLINE hn::TFromD<D> Total(D d, hn::Vec<D> v)
+{
+    return hn::GetLane(hn::SumOfLanes(d, v));
+}
+
+/* ---- Sums ---- */
+
+/* Sum of x (promoted to D's type when narrower). */
+template <class D>
+struct SumS {
+    hn::Vec<D> acc;
+    template <class V>
+    HWY_INLINE void Add(D d, V x)
+    {
+        if constexpr (std::is_same_v<V, hn::Vec<D>>) acc = hn::Add(acc, x);
+        else acc = hn::Add(acc, hn::PromoteTo(d, x));
+    }
+    HWY_INLINE void Merge(D, const SumS &o) { acc = hn::Add(acc, o.acc); }
+};
+
+/* Sum of (x - c)^2. */
+template <class D>
+struct DevS {
+    hn::Vec<D> acc, c;
+    template <class V>
+    HWY_INLINE void Add(D d, V x)
+    {
+        hn::Vec<D> y;
+        if constexpr (std::is_same_v<V, hn::Vec<D>>) y = hn::Sub(x, c);
+        else y = hn::Sub(hn::PromoteTo(d, x), c);
+        acc = hn::MulAdd(y, y, acc);
+    }
+    HWY_INLINE void Merge(D, const DevS &o) { acc = hn::Add(acc, o.acc); }
+};
+
+/* Sum of the elements as A (float or double), from T (float or double). */
+template <typename A, typename T>
+HWY_INLINE A SumAs(const T *src, size_t len)
+{
+    const Tag<A> d;
+    return Total(d, Fold(d, len, SumS<Tag<A>>{hn::Zero(d)}, Src<T>{src, T(0)}).acc);
+}
+
+/* The partial last vector is summed one by one: a padding lane of T may not
+ * hold the mean of type A exactly. */
+template <typename A, typename T>
+HWY_INLINE A DevAs(const T *src, size_t len, A mean)
+{
+    const Tag<A> d;
+    const size_t whole = len - len % hn::Lanes(d);
+    A s = Total(d, Fold(d, whole, DevS<Tag<A>>{hn::Zero(d), hn::Set(d, mean)}, Src<T>{src, T(0)}).acc);
+    for (size_t i = whole; i < len; ++i) s += (A(src[i]) - mean) * (A(src[i]) - mean);
+    return s;
+}
+
+IppStatus Sum_64f(const double *src, size_t len, double *sum)
+{
+    *sum = SumAs<double>(src, len);
+    return ippStsNoErr;
+}
+
+IppStatus Sum_32f(const float *src, size_t len, float *sum, int accurate)
+{
+    *sum = accurate ? float(SumAs<double>(src, len)) : SumAs<float>(src, len);
+    return ippStsNoErr;
+}
+
+template <class D>
+struct SumPairsS {
+    hn::Vec<D> re, im;
+    HWY_INLINE void Add(D, Cx<hn::Vec<D>> x)
+    {
+        re = hn::Add(re, x.re);
+        im = hn::Add(im, x.im);
+    }
+    HWY_INLINE void Merge(D, const SumPairsS &o)
+    {
+        re = hn::Add(re, o.re);
+        im = hn::Add(im, o.im);
+    }
+};
+
+HWY_INLINE Ipp64fc SumPairs(const Ipp64fc *src, size_t len)
+{
+    const Tag<double> d;
+    const auto s = Fold(d, len, SumPairsS<Tag<double>>{hn::Zero(d), hn::Zero(d)}, SrcPairs{Parts(src)});
+    return {Total(d, s.re), Total(d, s.im)};
+}
+
+IppStatus Sum_64fc(const Ipp64fc *src, size_t len, Ipp64fc *sum)
+{
+    *sum = SumPairs(src, len);
+    return ippStsNoErr;
+}
+
+IppStatus Mean_64f(const double *src, size_t len, double *mean)
+{
+    *mean = SumAs<double>(src, len) / double(len);
+    return ippStsNoErr;
+}
+
+IppStatus Mean_32f(const float *src, size_t len, float *mean, int accurate)
+{
+    *mean = accurate ? float(SumAs<double>(src, len) / double(len)) : SumAs<float>(src, len) / float(len);
+    return ippStsNoErr;
+}
+
+IppStatus Mean_64fc(const Ipp64fc *src, size_t len, Ipp64fc *mean)
+{
+    const Ipp64fc s = SumPairs(src, len);
+    *mean = {s.re / double(len), s.im / double(len)};
+    return ippStsNoErr;
+}
+
+IppStatus MeanStdDev_64f(const double *src, size_t len, double *mean, double *dev)
+{
+    const double m = SumAs<double>(src, len) / double(len);
+    if (mean) *mean = m;
+    *dev = sqrt(DevAs<double>(src, len, m) / double(len - 1));
+    return ippStsNoErr;
+}
+
+IppStatus StdDev_64f(const double *src, size_t len, double *dev) { return MeanStdDev_64f(src, len, nullptr, dev); }
+
+IppStatus MeanStdDev_32f(const float *src, size_t len, float *mean, float *dev, int accurate)
+{
+    if (accurate) {
+        const double m = SumAs<double>(src, len) / double(len);
+        if (mean) *mean = float(m);
+        *dev = float(sqrt(DevAs<double>(src, len, m) / double(len - 1)));
+    } else {
+        const float m = SumAs<float>(src, len) / float(len);
+        if (mean) *mean = m;
+        *dev = sqrtf(DevAs<float>(src, len, m) / float(len - 1));
+    }
+    return ippStsNoErr;
+}
+
+IppStatus StdDev_32f(const float *src, size_t len, float *dev, int accurate)
+{
+    return MeanStdDev_32f(src, len, nullptr, dev, accurate);
+}
+
+/* ---- Norms and dot products ---- */
+
+/* |x| (or |a - b|) folded by Max (Inf), Add (L1) or squares by MulAdd (L2). */
+enum class Norm { kInf, kL1, kL2 };
+
+template <class D, Norm kN>
+struct NormS {
+    hn::Vec<D> acc;
+    HWY_INLINE void Put(hn::Vec<D> x)
+    {
+        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, hn::Abs(x));
+        else if constexpr (kN == Norm::kL1) acc = hn::Add(acc, hn::Abs(x));
+        else acc = hn::MulAdd(x, x, acc);
+    }
+    HWY_INLINE void Add(D, hn::Vec<D> x) { Put(x); }
+    HWY_INLINE void Add(D, hn::Vec<D> a, hn::Vec<D> b) { Put(hn::Sub(a, b)); }
+    HWY_INLINE void Merge(D, const NormS &o)
+    {
+        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, o.acc);
+        else acc = hn::Add(acc, o.acc);
+    }
+};
+
+/* Complex: |z| = sqrt(re^2 + im^2) for Inf and L1, re^2 + im^2 summed for L2. */
+template <class D, Norm kN>
+struct NormPairsS {
+    hn::Vec<D> acc;
+    HWY_INLINE void Put(hn::Vec<D> re, hn::Vec<D> im)
+    {
+        const hn::Vec<D> m2 = hn::MulAdd(re, re, hn::Mul(im, im));
+        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, m2);
+        else if constexpr (kN == Norm::kL1) acc = hn::Add(acc, hn::Sqrt(m2));
+        else acc = hn::Add(acc, m2);
+    }
+    HWY_INLINE void Add(D, Cx<hn::Vec<D>> x) { Put(x.re, x.im); }
+    HWY_INLINE void Add(D, Cx<hn::Vec<D>> a, Cx<hn::Vec<D>> b) { Put(hn::Sub(a.re, b.re), hn::Sub(a.im, b.im)); }
+    HWY_INLINE void Merge(D, const NormPairsS &o)
+    {
+        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, o.acc);
+        else acc = hn::Add(acc, o.acc);
+    }
+};
+
+template <Norm kN, class D>
+HWY_INLINE hn::TFromD<D> Finish(D d, hn::Vec<D> acc)
+{
+    if constexpr (kN == Norm::kInf) return hn::GetLane(hn::MaxOfLanes(d, acc));
+    else if constexpr (kN == Norm::kL1) return Total(d, acc);
+    else return sqrt(Total(d, acc));
+}
+
+template <Norm kN, typename T, class... I>
+HWY_INLINE T NormOf(size_t len, const I &...in)
+{
+    const Tag<T> d;
+    return Finish<kN>(d, Fold(d, len, NormS<Tag<T>, kN>{hn::Zero(d)}, in...).acc);
+}
+
+template <Norm kN, class... I>
+HWY_INLINE double NormOfPairs(size_t len, const I &...in)
+{
+    const Tag<double> d;
+    const auto acc = Fold(d, len, NormPairsS<Tag<double>, kN>{hn::Zero(d)}, in...).acc;
+    if constexpr (kN == Norm::kInf) return sqrt(hn::GetLane(hn::MaxOfLanes(d, acc)));
+    else return Finish<kN>(d, acc);
+}
+
+/* 16-bit integers: exact in 64 bits, then one rounding to float. */
+template <Norm kN>
+HWY_INLINE float NormOf16(const Ipp16s *a, const Ipp16s *b, size_t len)
+{
+    int64_t acc = 0;
+    for (size_t i = 0; i < len; ++i) {
+        const int64_t x = int64_t(a[i]) - (b ? int64_t(b[i]) : 0);
+        const int64_t ax = x < 0 ? -x : x;
+        if constexpr (kN == Norm::kInf) acc = ax > acc ? ax : acc;
+        else if constexpr (kN == Norm::kL1) acc += ax;
+        else acc += x * x;
+    }
+    return kN == Norm::kL2 ? float(sqrt(double(acc))) : float(acc);
+}
+
+#define ORB_NORM_WORKERS(Kind)                                                                               \
+    IppStatus Norm_##Kind##_32f(const float *s, size_t n, float *r)                                          \
+    {                                                                                                        \
+        return *r = NormOf<Norm::k##Kind, float>(n, Src<float>{s, 0.f}), ippStsNoErr;                        \
+    }                                                                                                        \
+    IppStatus Norm_##Kind##_64f(const double *s, size_t n, double *r)                                        \
+    {                                                                                                        \
+        return *r = NormOf<Norm::k##Kind, double>(n, Src<double>{s, 0.0}), ippStsNoErr;                      \
+    }                                                                                                        \
+    IppStatus Norm_##Kind##_64fc64f(const Ipp64fc *s, size_t n, double *r)                                   \
+    {                                                                                                        \
+        return *r = NormOfPairs<Norm::k##Kind>(n, SrcPairs{Parts(s)}), ippStsNoErr;                          \
+    }                                                                                                        \
+    IppStatus Norm_##Kind##_16s32f(const Ipp16s *s, size_t n, float *r)                                      \
+    {                                                                                                        \
+        return *r = NormOf16<Norm::k##Kind>(s, nullptr, n), ippStsNoErr;                                     \
+    }                                                                                                        \
+    IppStatus NormDiff_##Kind##_32f(const float *a, const float *b, size_t n, float *r)                      \
+    {                                                                                                        \
+        return *r = NormOf<Norm::k##Kind, float>(n, Src<float>{a, 0.f}, Src<float>{b, 0.f}), ippStsNoErr;    \
+    }                                                                                                        \
+    IppStatus NormDiff_##Kind##_64f(const double *a, const double *b, size_t n, double *r)                   \
+    {                                                                                                        \
+        return *r = NormOf<Norm::k##Kind, double>(n, Src<double>{a, 0.0}, Src<double>{b, 0.0}), ippStsNoErr; \
+    }                                                                                                        \
+    IppStatus NormDiff_##Kind##_64fc64f(const Ipp64fc *a, const Ipp64fc *b, size_t n, double *r)             \
+    {                                                                                                        \
+        return *r = NormOfPairs<Norm::k##Kind>(n, SrcPairs{Parts(a)}, SrcPairs{Parts(b)}), ippStsNoErr;      \
+    }                                                                                                        \
+    IppStatus NormDiff_##Kind##_16s32f(const Ipp16s *a, const Ipp16s *b, size_t n, float *r)                 \
+    {                                                                                                        \
+        return *r = NormOf16<Norm::k##Kind>(a, b, n), ippStsNoErr;                                           \
+    }
+ORB_NORM_WORKERS(Inf)
+ORB_NORM_WORKERS(L1)
+ORB_NORM_WORKERS(L2)
+#undef ORB_NORM_WORKERS
+
+/* Sum of a b, with the inputs promoted to D's type when narrower. */
+template <class D>
+struct DotS {
+    hn::Vec<D> acc;
+    template <class V>
+    HWY_INLINE void Add(D d, V a, V b)
+    {
+        if constexpr (std::is_same_v<V, hn::Vec<D>>) acc = hn::MulAdd(a, b, acc);
+        else acc = hn::MulAdd(hn::PromoteTo(d, a), hn::PromoteTo(d, b), acc);
+    }
+    HWY_INLINE void Merge(D, const DotS &o) { acc = hn::Add(acc, o.acc); }
+};
+
+IppStatus DotProd_64f(const double *a, const double *b, size_t len, double *dp)
+{
+    const Tag<double> d;
+    *dp = Total(d, Fold(d, len, DotS<Tag<double>>{hn::Zero(d)}, Src<double>{a, 0.0}, Src<double>{b, 0.0}).acc);
+    return ippStsNoErr;
+}
+
+IppStatus DotProd_32f64f(const float *a, const float *b, size_t len, double *dp)
+{
+    const Tag<double> d;
+    *dp = Total(d, Fold(d, len, DotS<Tag<double>>{hn::Zero(d)}, Src<float>{a, 0.f}, Src<float>{b, 0.f}).acc);
+    return ippStsNoErr;
+}
+
+/* (a.re b.re - a.im b.im) + (a.re b.im + a.im b.re) i, summed part by part;
+ * a real a has no imaginary part. */
+template <class D>
+struct DotPairsS {
+    hn::Vec<D> re, im;
+    HWY_INLINE void Add(D, Cx<hn::Vec<D>> a, Cx<hn::Vec<D>> b)
+    {
+        re = hn::NegMulAdd(a.im, b.im, hn::MulAdd(a.re, b.re, re));
+        im = hn::MulAdd(a.im, b.re, hn::MulAdd(a.re, b.im, im));
+    }
+    HWY_INLINE void Add(D, hn::Vec<D> a, Cx<hn::Vec<D>> b)
+    {
+        re = hn::MulAdd(a, b.re, re);
+        im = hn::MulAdd(a, b.im, im);
+    }
+    HWY_INLINE void Merge(D, const DotPairsS &o)
+    {
+        re = hn::Add(re, o.re);
+        im = hn::Add(im, o.im);
+    }
+};
+
+IppStatus DotProd_64fc(const Ipp64fc *a, const Ipp64fc *b, size_t len, Ipp64fc *dp)
+{
+    const Tag<double> d;
+    const auto s = Fold(d, len, DotPairsS<Tag<double>>{hn::Zero(d), hn::Zero(d)}, SrcPairs{Parts(a)},
+                        SrcPairs{Parts(b)});
+    *dp = {Total(d, s.re), Total(d, s.im)};
+    return ippStsNoErr;
+}
+
+IppStatus DotProd_64f64fc(const double *a, const Ipp64fc *b, size_t len, Ipp64fc *dp)
+{
+    const Tag<double> d;
+    const auto s =
+        Fold(d, len, DotPairsS<Tag<double>>{hn::Zero(d), hn::Zero(d)}, Src<double>{a, 0.0}, SrcPairs{Parts(b)});
+    *dp = {Total(d, s.re), Total(d, s.im)};
+    return ippStsNoErr;
+}
+
+/* ---- Extremes of floating-point vectors ---- */
+
+/* Running minimum and maximum that pass over NaN lanes; both start at NaN
+ * and stay NaN only while every element seen was NaN. */
+template <class D>
+struct RangeS {
+    hn::Vec<D> lo, hi;
+    HWY_INLINE void Add(D, hn::Vec<D> x)
+    {
+        // Where lo is NaN (nothing seen yet) x replaces it; Min and Max keep
+        // the non-NaN operand on every target only when it is the first.
+        lo = hn::IfThenElse(hn::IsNaN(lo), x, lo);
+        hi = hn::IfThenElse(hn::IsNaN(hi), x, hi);
+        const auto nan = hn::IsNaN(x);
+        lo = hn::IfThenElse(nan, lo, hn::Min(lo, x));
+        hi = hn::IfThenElse(nan, hi, hn::Max(hi, x));
+    }
+    HWY_INLINE void Merge(D d, const RangeS &o) { Add(d, o.lo), Add(d, o.hi); }
+};
+
+/* The first index of an element equal to v (v not NaN), from a search that
+ * stops at it; len if there is none. */
+template <typename T>
+HWY_INLINE size_t FirstEqual(const T *src, size_t len, T v)
+{
+    const Tag<T> d;
+    const size_t n = hn::Lanes(d);
+    const auto vv = hn::Set(d, v);
+    size_t i = 0;
+    for (; i + n <= len; i += n) {
+        const intptr_t k = hn::FindFirstTrue(d, hn::Eq(hn::LoadU(d, src + i), vv));
+        if (k >= 0) return i + size_t(k);
+    }
+    for (; i < len; ++i)
+        if (src[i] == v) return i;
+    return len;
+}
+
+/* The lane-wise result folded to one value, NaN lanes passed over. */
+template <typename T>
+HWY_INLINE void Range(const T *src, size_t len, T *lo, T *hi)
+{
+    const Tag<T> d;
+    const T nan = T(NAN);
+    const auto s = Fold(d, len, RangeS<Tag<T>>{hn::Set(d, nan), hn::Set(d, nan)}, Src<T>{src, nan});
+    HWY_ALIGN T a[hn::MaxLanes(d)], b[hn::MaxLanes(d)];
+    hn::Store(s.lo, d, a);
+    hn::Store(s.hi, d, b);
+    T l = nan, h = nan;
+    for (size_t k = 0; k < hn::Lanes(d); ++k) {
+        if (!isnan(a[k]) && !(a[k] >= l)) l = a[k];
+        if (!isnan(b[k]) && !(b[k] <= h)) h = b[k];
+    }
+    *lo = l;
+    *hi = h;
+}
+
+/* The extreme and its first index (0 for an all-NaN vector). */
+template <typename T>
+HWY_INLINE IppStatus Extreme(const T *src, size_t len, T *value, int *index, Ext which)
+{
+    T lo, hi;
+    Range(src, len, &lo, &hi);
+    const T v = which == Ext::kMin ? lo : hi;
+    const size_t k = isnan(v) ? 0 : FirstEqual(src, len, v);
+    *value = src[k];
+    if (index) *index = int(k);
+    return ippStsNoErr;
+}
+
+IppStatus Max_32f(const float *s, size_t n, float *v) { return Extreme(s, n, v, nullptr, Ext::kMax); }
+IppStatus Max_64f(const double *s, size_t n, double *v) { return Extreme(s, n, v, nullptr, Ext::kMax); }
+IppStatus Min_32f(const float *s, size_t n, float *v) { return Extreme(s, n, v, nullptr, Ext::kMin); }
+IppStatus Min_64f(const double *s, size_t n, double *v) { return Extreme(s, n, v, nullptr, Ext::kMin); }
+IppStatus MaxIndx_32f(const float *s, size_t n, float *v, int *i) { return Extreme(s, n, v, i, Ext::kMax); }
+IppStatus MaxIndx_64f(const double *s, size_t n, double *v, int *i) { return Extreme(s, n, v, i, Ext::kMax); }
+IppStatus MinIndx_32f(const float *s, size_t n, float *v, int *i) { return Extreme(s, n, v, i, Ext::kMin); }
+IppStatus MinIndx_64f(const double *s, size_t n, double *v, int *i) { return Extreme(s, n, v, i, Ext::kMin); }
+
+/* Both extremes and their first indices, found in one search. */
+template <typename T>
+HWY_INLINE IppStatus MinMaxOf(const T *src, size_t len, T *pMin, int *iMin, T *pMax, int *iMax)
+{
+    T lo, hi;
+    Range(src, len, &lo, &hi);
+    size_t kl = isnan(lo) ? 0 : len, kh = isnan(hi) ? 0 : len;
+    const Tag<T> d;
+    const size_t n = hn::Lanes(d);
+    const auto vl = hn::Set(d, lo), vh = hn::Set(d, hi);
+    size_t i = 0;
+    for (; i + n <= len && (kl == len || kh == len); i += n) {
+        const auto x = hn::LoadU(d, src + i);
+        const intptr_t a = kl == len ? hn::FindFirstTrue(d, hn::Eq(x, vl)) : -1;
+        const intptr_t b = kh == len ? hn::FindFirstTrue(d, hn::Eq(x, vh)) : -1;
+        if (a >= 0) kl = i + size_t(a);
+        if (b >= 0) kh = i + size_t(b);
+    }
+    for (; i < len; ++i) {
+        if (kl == len && src[i] == lo) kl = i;
+        if (kh == len && src[i] == hi) kh = i;
+    }
+    *pMin = src[kl];
+    *pMax = src[kh];
+    if (iMin) *iMin = int(kl);
+    if (iMax) *iMax = int(kh);
+    return ippStsNoErr;
+}
+
+IppStatus MinMax_32f(const float *s, size_t n, float *lo, float *hi) { return MinMaxOf(s, n, lo, nullptr, hi, nullptr); }
+IppStatus MinMax_64f(const double *s, size_t n, double *lo, double *hi)
+{
+    return MinMaxOf(s, n, lo, nullptr, hi, nullptr);
+}
+IppStatus MinMaxIndx_32f(const float *s, size_t n, float *lo, int *il, float *hi, int *ih)
+{
+    return MinMaxOf(s, n, lo, il, hi, ih);
+}
+IppStatus MinMaxIndx_64f(const double *s, size_t n, double *lo, int *il, double *hi, int *ih)
+{
+    return MinMaxOf(s, n, lo, il, hi, ih);
+}
+
+/* ---- Element-wise extremes of two vectors ---- */
+
+template <bool kMax>
+struct EveryOp {
+    template <class D>
+    HWY_INLINE hn::Vec<D> operator()(D, hn::Vec<D> a, hn::Vec<D> b) const
+    {
+        const auto r = kMax ? hn::Max(a, b) : hn::Min(a, b);
+        if constexpr (hwy::IsFloat<hn::TFromD<D>>()) return hn::IfThenElse(hn::IsNaN(b), b, hn::IfThenElse(hn::IsNaN(a), a, r));
+        else return r;
+    }
+};
+
+#define ORB_EVERY_WORKERS(T, sfx)                                                                              \
+    IppStatus MaxEvery_##sfx(const T *a, const T *b, T *o, size_t n) { return Pairwise(a, b, o, n, EveryOp<true>()); } \
+    IppStatus MinEvery_##sfx(const T *a, const T *b, T *o, size_t n) { return Pairwise(a, b, o, n, EveryOp<false>()); }
+ORB_EVERY_WORKERS(Ipp8u, 8u)
+ORB_EVERY_WORKERS(Ipp16u, 16u)
+ORB_EVERY_WORKERS(Ipp32f, 32f)
+ORB_EVERY_WORKERS(Ipp64f, 64f)
+#undef ORB_EVERY_WORKERS
+
+}  // namespace
+}  // namespace orb_kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orb_kernels {
+namespace {
+
+/* ---- Integer reductions: plain loops the compiler vectorises. ---- */
+
+template <typename T>
+IppStatus IntExtremes(const T *src, int len, T *pMin, int *iMin, T *pMax, int *iMax)
+{
+    IppStatus st = CheckArgs(len, src);
+    if (st != ippStsNoErr) return st;
+    T lo = src[0], hi = src[0];
+    for (int i = 1; i < len; ++i) {
+        lo = src[i] < lo ? src[i] : lo;
+        hi = src[i] > hi ? src[i] : hi;
+    }
+    int kl = -1, kh = -1;
+    for (int i = 0; i < len && ((iMin && kl < 0) || (iMax && kh < 0)); ++i) {
+        if (kl < 0 && src[i] == lo) kl = i;
+        if (kh < 0 && src[i] == hi) kh = i;
+    }
+    if (pMin) *pMin = lo;
+    if (pMax) *pMax = hi;
+    if (iMin) *iMin = kl;
+    if (iMax) *iMax = kh;
+    return ippStsNoErr;
+}
+
+/* Magnitudes as unsigned values, so |-32768| is 32768 until it is stored. */
+template <typename T>
+using Mag = std::make_unsigned_t<T>;
+template <typename T>
+inline Mag<T> MagOf(T x)
+{
+    return x < 0 ? Mag<T>(Mag<T>(0) - Mag<T>(x)) : Mag<T>(x);
+}
+template <typename T>
+inline T Saturated(Mag<T> m)
+{
+    return m > Mag<T>(std::numeric_limits<T>::max()) ? std::numeric_limits<T>::max() : T(m);
+}
+
+template <typename T>
+IppStatus AbsExtreme(const T *src, int len, T *value, int *index, Ext which)
+{
+    IppStatus st = CheckArgs(len, src, value);
+    if (st != ippStsNoErr) return st;
+    Mag<T> best = MagOf(src[0]);
+    for (int i = 1; i < len; ++i) {
+        const Mag<T> m = MagOf(src[i]);
+        best = which == Ext::kMax ? (m > best ? m : best) : (m < best ? m : best);
+    }
+    int k = 0;
+    while (MagOf(src[k]) != best) ++k;
+    *value = Saturated<T>(best);
+    if (index) *index = k;
+    return ippStsNoErr;
+}
+
+/* v 2^-scaleFactor, rounded half to even, saturated to 32 bits; |v| < 2^62. */
+inline Ipp32s Scaled(int64_t v, int sf)
+{
+    if (sf > 0) {
+        if (sf > 62) return 0;
+        const int64_t q = v >> sf, r = v - (q << sf), half = int64_t(1) << (sf - 1);
+        v = q + (r > half || (r == half && (q & 1)));
+    } else if (sf < 0) {
+        const int up = -sf;
+        if (v != 0 && (up >= 32 || (v < 0 ? -v : v) > (int64_t(1) << (32 - up))))
+            return v < 0 ? INT32_MIN : INT32_MAX;
+        v *= int64_t(1) << up;
+    }
+    return v > INT32_MAX ? INT32_MAX : v < INT32_MIN ? INT32_MIN : Ipp32s(v);
+}
+
+template <typename T>
+IppStatus ScaledSum(const T *src, int len, Ipp32s *sum, int sf)
+{
+    IppStatus st = CheckArgs(len, src, sum);
+    if (st != ippStsNoErr) return st;
+    int64_t s = 0;
+    for (int i = 0; i < len; ++i) s += src[i];
+    *sum = Scaled(s, sf);
+    return ippStsNoErr;
+}
+
+/* The e of m 2^e with 1/2 <= m < 1 for the largest magnitude. */
+template <typename T>
+IppStatus MaxOrderOf(const T *src, int len, int *order)
+{
+    IppStatus st = CheckArgs(len, src, order);
+    if (st != ippStsNoErr) return st;
+    if constexpr (std::is_integral_v<T>) {
+        Mag<T> m = 0;
+        for (int i = 0; i < len; ++i) m = MagOf(src[i]) > m ? MagOf(src[i]) : m;
+        int e = 0;
+        while (m) ++e, m >>= 1;
+        *order = e;
+    } else {
+        T m = 0;
+        bool nan = false;
+        for (int i = 0; i < len; ++i) {
+            nan |= isnan(src[i]);
+            m = fabs(src[i]) > m ? fabs(src[i]) : m;
+        }
+        int e = 0;
+        if (isinf(m)) e = std::numeric_limits<T>::max_exponent + 1;
+        else if (m > 0) frexp(m, &e);
+        *order = e;
+        if (nan) return ippStsNanArg;
+    }
+    return ippStsNoErr;
+}
+
+/* Neighbour pairs as the header comment says. */
+template <typename T>
+IppStatus ZeroCross(const T *src, Ipp32u len, Ipp32f *val, IppsZCType type)
+{
+    IppStatus st = CheckArgs(len, src, val);
+    if (st == ippStsNoErr && type != ippZCR && type != ippZCXor && type != ippZCC) st = ippStsRangeErr;
+    if (st != ippStsNoErr) return st;
+    int64_t twice = 0;  // twice the measure: whole for ZCR and ZCXor, halves for ZCC
+    for (Ipp32u n = 1; n < len; ++n) {
+        const T a = src[n - 1], b = src[n];
+        if (type == ippZCXor) {
+            twice += 2 * (std::signbit(a) != std::signbit(b));
+        } else if (type == ippZCR) {
+            if (a == a && b == b) twice += 2 * ((a < 0) != (b < 0));
+        } else if (a == a && b == b) {
+            const int sa = (a > 0) - (a < 0), sb = (b > 0) - (b < 0);
+            twice += sa > sb ? sa - sb : sb - sa;
+        }
+    }
+    *val = Ipp32f(double(twice) / 2);
+    return ippStsNoErr;
+}
+
+}  // namespace
+}  // namespace orb_kernels
+
+using orb_kernels::Ext;
+
+extern "C" {
+#define ORB_INT_EXTREMES(T, sfx)                                                                                 \
+    IppStatus ippsMax_##sfx(const T *pSrc, int len, T *pMax)                                                     \
+    {                                                                                                            \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMax);                                                  \
+        return st ? st : orb_kernels::IntExtremes<T>(pSrc, len, nullptr, nullptr, pMax, nullptr);                \
+    }                                                                                                            \
+    IppStatus ippsMin_##sfx(const T *pSrc, int len, T *pMin)                                                     \
+    {                                                                                                            \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMin);                                                  \
+        return st ? st : orb_kernels::IntExtremes<T>(pSrc, len, pMin, nullptr, nullptr, nullptr);                \
+    }                                                                                                            \
+    IppStatus ippsMaxIndx_##sfx(const T *pSrc, int len, T *pMax, int *pIndx)                                     \
+    {                                                                                                            \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMax);                                                  \
+        return st ? st : orb_kernels::IntExtremes<T>(pSrc, len, nullptr, nullptr, pMax, pIndx);                  \
+    }                                                                                                            \
+    IppStatus ippsMinIndx_##sfx(const T *pSrc, int len, T *pMin, int *pIndx)                                     \
+    {                                                                                                            \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMin);                                                  \
+        return st ? st : orb_kernels::IntExtremes<T>(pSrc, len, pMin, pIndx, nullptr, nullptr);                  \
+    }                                                                                                            \
+    IppStatus ippsMinMax_##sfx(const T *pSrc, int len, T *pMin, T *pMax)                                         \
+    {                                                                                                            \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMin, pMax);                                            \
+        return st ? st : orb_kernels::IntExtremes<T>(pSrc, len, pMin, nullptr, pMax, nullptr);                   \
+    }
+ORB_INT_EXTREMES(Ipp16s, 16s)
+ORB_INT_EXTREMES(Ipp32s, 32s)
+#undef ORB_INT_EXTREMES
+
+IppStatus ippsMinMax_8u(const Ipp8u *pSrc, int len, Ipp8u *pMin, Ipp8u *pMax)
+{
+    IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMin, pMax);
+    return st ? st : orb_kernels::IntExtremes<Ipp8u>(pSrc, len, pMin, nullptr, pMax, nullptr);
+}
+
+#define ORB_INT_MINMAXINDX(T, sfx)                                                                      \
+    IppStatus ippsMinMaxIndx_##sfx(const T *pSrc, int len, T *pMin, int *pMinIndx, T *pMax, int *pMaxIndx) \
+    {                                                                                                   \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMin, pMinIndx, pMax, pMaxIndx);               \
+        return st ? st : orb_kernels::IntExtremes<T>(pSrc, len, pMin, pMinIndx, pMax, pMaxIndx);        \
+    }
+ORB_INT_MINMAXINDX(Ipp16s, 16s)
+ORB_INT_MINMAXINDX(Ipp32s, 32s)
+#undef ORB_INT_MINMAXINDX
+
+#define ORB_ABS_EXTREMES(T, sfx)                                                                                      \
+    IppStatus ippsMaxAbs_##sfx(const T *pSrc, int len, T *pMaxAbs)                                                    \
+    {                                                                                                                 \
+        return orb_kernels::AbsExtreme(pSrc, len, pMaxAbs, nullptr, Ext::kMax);                                       \
+    }                                                                                                                 \
+    IppStatus ippsMinAbs_##sfx(const T *pSrc, int len, T *pMinAbs)                                                    \
+    {                                                                                                                 \
+        return orb_kernels::AbsExtreme(pSrc, len, pMinAbs, nullptr, Ext::kMin);                                       \
+    }                                                                                                                 \
+    IppStatus ippsMaxAbsIndx_##sfx(const T *pSrc, int len, T *pMaxAbs, int *pIndx)                                    \
+    {                                                                                                                 \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMaxAbs, pIndx);                                             \
+        return st ? st : orb_kernels::AbsExtreme(pSrc, len, pMaxAbs, pIndx, Ext::kMax);                               \
+    }                                                                                                                 \
+    IppStatus ippsMinAbsIndx_##sfx(const T *pSrc, int len, T *pMinAbs, int *pIndx)                                    \
+    {                                                                                                                 \
+        IppStatus st = orb_kernels::CheckArgs(len, pSrc, pMinAbs, pIndx);                                             \
+        return st ? st : orb_kernels::AbsExtreme(pSrc, len, pMinAbs, pIndx, Ext::kMin);                               \
+    }
+ORB_ABS_EXTREMES(Ipp16s, 16s)
+ORB_ABS_EXTREMES(Ipp32s, 32s)
+#undef ORB_ABS_EXTREMES
+
+IppStatus ippsSum_16s32s_Sfs(const Ipp16s *pSrc, int len, Ipp32s *pSum, int scaleFactor)
+{
+    return orb_kernels::ScaledSum(pSrc, len, pSum, scaleFactor);
+}
+IppStatus ippsSum_32s_Sfs(const Ipp32s *pSrc, int len, Ipp32s *pSum, int scaleFactor)
+{
+    return orb_kernels::ScaledSum(pSrc, len, pSum, scaleFactor);
+}
+
+IppStatus ippsDotProd_16s64s(const Ipp16s *pSrc1, const Ipp16s *pSrc2, int len, Ipp64s *pDp)
+{
+    IppStatus st = orb_kernels::CheckArgs(len, pSrc1, pSrc2, pDp);
+    if (st != ippStsNoErr) return st;
+    int64_t s = 0;
+    for (int i = 0; i < len; ++i) s += int32_t(pSrc1[i]) * int32_t(pSrc2[i]);
+    *pDp = s;
+    return ippStsNoErr;
+}
+
+IppStatus ippsCountInRange_32s(const Ipp32s *pSrc, int len, int *pCounts, Ipp32s lowerBound, Ipp32s upperBound)
+{
+    IppStatus st = orb_kernels::CheckArgs(len, pSrc, pCounts);
+    if (st == ippStsNoErr) st = orb_kernels::Refuse(lowerBound > upperBound, ippStsRangeErr);
+    if (st != ippStsNoErr) return st;
+    int count = 0;
+    for (int i = 0; i < len; ++i) count += pSrc[i] > lowerBound && pSrc[i] < upperBound;
+    *pCounts = count;
+    return ippStsNoErr;
+}
+
+IppStatus ippsMaxOrder_16s(const Ipp16s *pSrc, int len, int *pOrder) { return orb_kernels::MaxOrderOf(pSrc, len, pOrder); }
+IppStatus ippsMaxOrder_32s(const Ipp32s *pSrc, int len, int *pOrder) { return orb_kernels::MaxOrderOf(pSrc, len, pOrder); }
+IppStatus ippsMaxOrder_32f(const Ipp32f *pSrc, int len, int *pOrder) { return orb_kernels::MaxOrderOf(pSrc, len, pOrder); }
+IppStatus ippsMaxOrder_64f(const Ipp64f *pSrc, int len, int *pOrder) { return orb_kernels::MaxOrderOf(pSrc, len, pOrder); }
+
+IppStatus ippsZeroCrossing_16s32f(const Ipp16s *pSrc, Ipp32u len, Ipp32f *pValZCR, IppsZCType zcType)
+{
+    return orb_kernels::ZeroCross(pSrc, len, pValZCR, zcType);
+}
+IppStatus ippsZeroCrossing_32f(const Ipp32f *pSrc, Ipp32u len, Ipp32f *pValZCR, IppsZCType zcType)
+{
+    return orb_kernels::ZeroCross(pSrc, len, pValZCR, zcType);
+}
+}
+
+/* ---- Vectorised entry points ---- */
+
+#define ORB_REDUCE(worker, T, R)                                                                         \
+    ORB_ENTRY(worker, (const T *pSrc, int len, R *pRes), (len, pSrc, pRes), (pSrc, size_t(len), pRes))
+#define ORB_REDUCE_HINT(worker, T, R, ...)                                                               \
+    ORB_ENTRY(worker, (const T *pSrc, int len, R *pRes, IppHintAlgorithm hint), (len, pSrc, pRes),       \
+              (pSrc, size_t(len), pRes, int(hint == ippAlgHintAccurate)) __VA_OPT__(, ) __VA_ARGS__)
+#define ORB_REDUCE_TWO(worker, T1, T2, R)                                                                 \
+    ORB_ENTRY(worker, (const T1 *pSrc1, const T2 *pSrc2, int len, R *pRes), (len, pSrc1, pSrc2, pRes),     \
+              (pSrc1, pSrc2, size_t(len), pRes))
+#define ORB_INDX(worker, T)                                                                              \
+    ORB_ENTRY(worker, (const T *pSrc, int len, T *pRes, int *pIndx), (len, pSrc, pRes), (pSrc, size_t(len), pRes, pIndx))
+
+ORB_REDUCE(Sum_64f, Ipp64f, Ipp64f)
+ORB_REDUCE(Sum_64fc, Ipp64fc, Ipp64fc)
+ORB_REDUCE_HINT(Sum_32f, Ipp32f, Ipp32f)
+ORB_REDUCE(Mean_64f, Ipp64f, Ipp64f)
+ORB_REDUCE(Mean_64fc, Ipp64fc, Ipp64fc)
+ORB_REDUCE_HINT(Mean_32f, Ipp32f, Ipp32f)
+ORB_ENTRY(StdDev_64f, (const Ipp64f *pSrc, int len, Ipp64f *pRes), (len, pSrc, pRes), (pSrc, size_t(len), pRes),
+          orb_kernels::Refuse(len < 2, ippStsSizeErr))
+ORB_REDUCE_HINT(StdDev_32f, Ipp32f, Ipp32f, orb_kernels::Refuse(len < 2, ippStsSizeErr))
+ORB_ENTRY(MeanStdDev_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMean, Ipp64f *pStdDev), (len, pSrc, pMean, pStdDev),
+          (pSrc, size_t(len), pMean, pStdDev), orb_kernels::Refuse(len < 2, ippStsSizeErr))
+ORB_ENTRY(MeanStdDev_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMean, Ipp32f *pStdDev, IppHintAlgorithm hint),
+          (len, pSrc, pMean, pStdDev), (pSrc, size_t(len), pMean, pStdDev, int(hint == ippAlgHintAccurate)),
+          orb_kernels::Refuse(len < 2, ippStsSizeErr))
+
+#define ORB_NORM_ENTRIES(Kind)                                    \
+    ORB_REDUCE(Norm_##Kind##_32f, Ipp32f, Ipp32f)                 \
+    ORB_REDUCE(Norm_##Kind##_64f, Ipp64f, Ipp64f)                 \
+    ORB_REDUCE(Norm_##Kind##_16s32f, Ipp16s, Ipp32f)              \
+    ORB_REDUCE(Norm_##Kind##_64fc64f, Ipp64fc, Ipp64f)            \
+    ORB_REDUCE_TWO(NormDiff_##Kind##_32f, Ipp32f, Ipp32f, Ipp32f) \
+    ORB_REDUCE_TWO(NormDiff_##Kind##_64f, Ipp64f, Ipp64f, Ipp64f) \
+    ORB_REDUCE_TWO(NormDiff_##Kind##_16s32f, Ipp16s, Ipp16s, Ipp32f) \
+    ORB_REDUCE_TWO(NormDiff_##Kind##_64fc64f, Ipp64fc, Ipp64fc, Ipp64f)
+ORB_NORM_ENTRIES(Inf)
+ORB_NORM_ENTRIES(L1)
+ORB_NORM_ENTRIES(L2)
+#undef ORB_NORM_ENTRIES
+
+ORB_REDUCE_TWO(DotProd_32f64f, Ipp32f, Ipp32f, Ipp64f)
+ORB_REDUCE_TWO(DotProd_64f, Ipp64f, Ipp64f, Ipp64f)
+ORB_REDUCE_TWO(DotProd_64fc, Ipp64fc, Ipp64fc, Ipp64fc)
+ORB_REDUCE_TWO(DotProd_64f64fc, Ipp64f, Ipp64fc, Ipp64fc)
+
+ORB_REDUCE(Max_32f, Ipp32f, Ipp32f)
+ORB_REDUCE(Max_64f, Ipp64f, Ipp64f)
+ORB_REDUCE(Min_32f, Ipp32f, Ipp32f)
+ORB_REDUCE(Min_64f, Ipp64f, Ipp64f)
+ORB_INDX(MaxIndx_32f, Ipp32f)
+ORB_INDX(MaxIndx_64f, Ipp64f)
+ORB_INDX(MinIndx_32f, Ipp32f)
+ORB_INDX(MinIndx_64f, Ipp64f)
+ORB_ENTRY(MinMax_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMin, Ipp32f *pMax), (len, pSrc, pMin, pMax),
+          (pSrc, size_t(len), pMin, pMax))
+ORB_ENTRY(MinMax_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMin, Ipp64f *pMax), (len, pSrc, pMin, pMax),
+          (pSrc, size_t(len), pMin, pMax))
+ORB_ENTRY(MinMaxIndx_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMin, int *pMinIndx, Ipp32f *pMax, int *pMaxIndx),
+          (len, pSrc, pMin, pMinIndx, pMax, pMaxIndx), (pSrc, size_t(len), pMin, pMinIndx, pMax, pMaxIndx))
+ORB_ENTRY(MinMaxIndx_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMin, int *pMinIndx, Ipp64f *pMax, int *pMaxIndx),
+          (len, pSrc, pMin, pMinIndx, pMax, pMaxIndx), (pSrc, size_t(len), pMin, pMinIndx, pMax, pMaxIndx))
+
+#define ORB_EVERY_ENTRY(worker, T)                                                                           \
+    ORB_ENTRY(worker, (const T *pSrc1, const T *pSrc2, T *pDst, Ipp32u len), (len, pSrc1, pSrc2, pDst), \
+              (pSrc1, pSrc2, pDst, size_t(len)))
+ORB_EVERY_ENTRY(MaxEvery_8u, Ipp8u)
+ORB_EVERY_ENTRY(MaxEvery_16u, Ipp16u)
+ORB_EVERY_ENTRY(MaxEvery_32f, Ipp32f)
+ORB_EVERY_ENTRY(MaxEvery_64f, Ipp64f)
+ORB_EVERY_ENTRY(MinEvery_8u, Ipp8u)
+ORB_EVERY_ENTRY(MinEvery_16u, Ipp16u)
+ORB_EVERY_ENTRY(MinEvery_32f, Ipp32f)
+ORB_EVERY_ENTRY(MinEvery_64f, Ipp64f)
+#endif  // HWY_ONCE
