@@ -369,7 +369,7 @@ IPPAPI(IppStatus, ippsFlip_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
 IPPAPI(IppStatus, ippsFlip_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
 IPPAPI(IppStatus, ippsFlip_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
 /* In-place sorts; NaN sorts after every number ascending and before every
- * number descending. */
+ * number descending, -0 before +0. */
 IPPAPI(IppStatus, ippsSortAscend_8u_I, (Ipp8u *pSrcDst, int len))
 IPPAPI(IppStatus, ippsSortAscend_16s_I, (Ipp16s *pSrcDst, int len))
 IPPAPI(IppStatus, ippsSortAscend_32s_I, (Ipp32s *pSrcDst, int len))

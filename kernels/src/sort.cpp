@@ -5,7 +5,7 @@
  * bytes are counted (256 counters) and written back in order. Floating-point
  * NaNs are gathered at the end (ascending) or the start (descending) before
  * the numbers are sorted, so each direction is the exact reverse of the
- * other up to the order of equal keys (-0 and +0 compare equal).
+ * other; -0 orders before +0.
  *
  * A nearest entry is found by binary search; of two entries equally near
  * the value, the lower one wins, and of equal entries the first index.
@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 #include <hwy/contrib/sort/vqsort.h>
 
@@ -51,6 +52,35 @@ IppStatus CountingSort(T *keys, int len, bool ascending)
     return ippStsNoErr;
 }
 
+/* Floating-point keys are sorted as unsigned integers of their width that
+ * keep their order: the sign bit set on numbers from +0 up, every bit
+ * flipped on those from -0 down. (The quicksort pads with the largest
+ * finite value, which it then mistakes for an infinity among float keys.)
+ * So -0 orders before +0. */
+template <typename U>
+constexpr U kSignBit = U(1) << (8 * sizeof(U) - 1);
+
+template <typename T, typename U>
+void ToOrdered(T *keys, size_t n)
+{
+    U *u = reinterpret_cast<U *>(keys);
+    for (size_t i = 0; i < n; ++i) {
+        U b;
+        memcpy(&b, keys + i, sizeof b);
+        u[i] = b ^ ((b & kSignBit<U>) ? U(~U(0)) : kSignBit<U>);
+    }
+}
+
+template <typename T, typename U>
+void FromOrdered(T *keys, size_t n)
+{
+    U *u = reinterpret_cast<U *>(keys);
+    for (size_t i = 0; i < n; ++i) {
+        const U b = u[i] ^ ((u[i] & kSignBit<U>) ? kSignBit<U> : U(~U(0)));
+        memcpy(keys + i, &b, sizeof b);
+    }
+}
+
 template <typename T>
 IppStatus KeySort(T *keys, int len, bool ascending)
 {
@@ -58,13 +88,19 @@ IppStatus KeySort(T *keys, int len, bool ascending)
     if (st != ippStsNoErr) return st;
     T *first = keys, *last = keys + len;
     if constexpr (std::is_floating_point_v<T>) {
+        using U = std::conditional_t<sizeof(T) == 4, uint32_t, uint64_t>;
         const auto number = [](T x) { return !std::isnan(x); };
         if (ascending)
             last = std::partition(first, last, number);
         else
             first = std::partition(first, last, [&](T x) { return !number(x); });
+        const size_t n = size_t(last - first);
+        ToOrdered<T, U>(first, n);
+        if (n > 1) SortKeys(reinterpret_cast<U *>(first), n, ascending);
+        FromOrdered<T, U>(first, n);
+    } else if (len > 1) {
+        SortKeys(first, size_t(len), ascending);
     }
-    if (last - first > 1) SortKeys(first, size_t(last - first), ascending);
     return ippStsNoErr;
 }
 
