@@ -454,69 +454,105 @@ IppStatus DotProd_64f64fc(const double *a, const Ipp64fc *b, size_t len, Ipp64fc
 
 /* ---- Extremes of floating-point vectors ---- */
 
-/* Running minimum and maximum that pass over NaN lanes; both start at NaN
- * and stay NaN only while every element seen was NaN. */
-template <class D>
-struct RangeS {
-    hn::Vec<D> lo, hi;
-    HWY_INLINE void Add(D, hn::Vec<D> x)
+/* One pass keeps, lane by lane, the smallest and largest value seen and the
+ * index where each was first seen: a strictly smaller (larger) element
+ * replaces them, so NaN, which compares false, never does. Lanes start
+ * from the first number of the vector at its index. Two such states run
+ * side by side over alternate vectors and merge at the end, value first,
+ * then the lower index. */
+template <typename T>
+struct Scan {
+    using DI = hn::RebindToSigned<Tag<T>>;
+    hn::Vec<Tag<T>> lo, hi;
+    hn::Vec<DI> ilo, ihi;
+
+    HWY_INLINE void Add(hn::Vec<Tag<T>> x, hn::Vec<DI> idx)
     {
-        // Where lo is NaN (nothing seen yet) x replaces it; Min and Max keep
-        // the non-NaN operand on every target only when it is the first.
-        lo = hn::IfThenElse(hn::IsNaN(lo), x, lo);
-        hi = hn::IfThenElse(hn::IsNaN(hi), x, hi);
-        const auto nan = hn::IsNaN(x);
-        lo = hn::IfThenElse(nan, lo, hn::Min(lo, x));
-        hi = hn::IfThenElse(nan, hi, hn::Max(hi, x));
+        const DI di;
+        const auto mlo = hn::Lt(x, lo), mhi = hn::Gt(x, hi);
+        lo = hn::IfThenElse(mlo, x, lo);
+        hi = hn::IfThenElse(mhi, x, hi);
+        ilo = hn::IfThenElse(hn::RebindMask(di, mlo), idx, ilo);
+        ihi = hn::IfThenElse(hn::RebindMask(di, mhi), idx, ihi);
     }
-    HWY_INLINE void Merge(D d, const RangeS &o) { Add(d, o.lo), Add(d, o.hi); }
 };
 
-/* The first index of an element equal to v (v not NaN), from a search that
- * stops at it; len if there is none. */
+/* Folds lanes into one (value, index) pair: better value, or the same value
+ * at a lower index. */
 template <typename T>
-HWY_INLINE size_t FirstEqual(const T *src, size_t len, T v)
-{
-    const Tag<T> d;
-    const size_t n = hn::Lanes(d);
-    const auto vv = hn::Set(d, v);
-    size_t i = 0;
-    for (; i + n <= len; i += n) {
-        const intptr_t k = hn::FindFirstTrue(d, hn::Eq(hn::LoadU(d, src + i), vv));
-        if (k >= 0) return i + size_t(k);
+struct Best {
+    T v;
+    int64_t k;
+    HWY_INLINE void Put(T x, int64_t i, bool low)
+    {
+        if ((low ? x < v : x > v) || (x == v && i < k)) v = x, k = i;
     }
-    for (; i < len; ++i)
-        if (src[i] == v) return i;
-    return len;
-}
+};
 
-/* The lane-wise result folded to one value, NaN lanes passed over. */
 template <typename T>
-HWY_INLINE void Range(const T *src, size_t len, T *lo, T *hi)
+HWY_INLINE void FoldLanes(const Scan<T> &s, Best<T> *lo, Best<T> *hi)
 {
+    using TI = hn::TFromD<typename Scan<T>::DI>;
     const Tag<T> d;
-    const T nan = T(NAN);
-    const auto s = Fold(d, len, RangeS<Tag<T>>{hn::Set(d, nan), hn::Set(d, nan)}, Src<T>{src, nan});
+    const typename Scan<T>::DI di;
     HWY_ALIGN T a[hn::MaxLanes(d)], b[hn::MaxLanes(d)];
+    HWY_ALIGN TI ia[hn::MaxLanes(di)], ib[hn::MaxLanes(di)];
     hn::Store(s.lo, d, a);
     hn::Store(s.hi, d, b);
-    T l = nan, h = nan;
+    hn::Store(s.ilo, di, ia);
+    hn::Store(s.ihi, di, ib);
     for (size_t k = 0; k < hn::Lanes(d); ++k) {
-        if (!isnan(a[k]) && !(a[k] >= l)) l = a[k];
-        if (!isnan(b[k]) && !(b[k] <= h)) h = b[k];
+        lo->Put(a[k], int64_t(ia[k]), true);
+        hi->Put(b[k], int64_t(ib[k]), false);
     }
-    *lo = l;
-    *hi = h;
 }
 
-/* The extreme and its first index (0 for an all-NaN vector). */
+/* The extremes and their first indices; an all-NaN vector gives NaN at 0. */
+template <typename T>
+HWY_INLINE void Extremes(const T *src, size_t len, size_t *kl, size_t *kh)
+{
+    using DI = typename Scan<T>::DI;
+    using TI = hn::TFromD<DI>;
+    size_t f = 0;
+    while (f < len && isnan(src[f])) ++f;
+    if (f == len) {
+        *kl = *kh = 0;
+        return;
+    }
+    const Tag<T> d;
+    const DI di;
+    const size_t n = hn::Lanes(d);
+    Best<T> lo{src[f], int64_t(f)}, hi{src[f], int64_t(f)};
+    size_t i = f;
+    if (len - f >= 2 * n) {
+        const auto v0 = hn::Set(d, src[f]);
+        const auto i0 = hn::Set(di, TI(f));
+        Scan<T> s0{v0, v0, i0, i0}, s1 = s0;
+        auto idx = hn::Iota(di, TI(f));
+        const auto step = hn::Set(di, TI(n)), step2 = hn::Set(di, TI(2 * n));
+        for (; i + 2 * n <= len; i += 2 * n) {
+            s0.Add(hn::LoadU(d, src + i), idx);
+            s1.Add(hn::LoadU(d, src + i + n), hn::Add(idx, step));
+            idx = hn::Add(idx, step2);
+        }
+        FoldLanes(s0, &lo, &hi);
+        FoldLanes(s1, &lo, &hi);
+    }
+    for (; i < len; ++i) {
+        lo.Put(src[i], int64_t(i), true);
+        hi.Put(src[i], int64_t(i), false);
+    }
+    *kl = size_t(lo.k);
+    *kh = size_t(hi.k);
+}
+
+/* The extreme and its first index. */
 template <typename T>
 HWY_INLINE IppStatus Extreme(const T *src, size_t len, T *value, int *index, Ext which)
 {
-    T lo, hi;
-    Range(src, len, &lo, &hi);
-    const T v = which == Ext::kMin ? lo : hi;
-    const size_t k = isnan(v) ? 0 : FirstEqual(src, len, v);
+    size_t kl, kh;
+    Extremes(src, len, &kl, &kh);
+    const size_t k = which == Ext::kMin ? kl : kh;
     *value = src[k];
     if (index) *index = int(k);
     return ippStsNoErr;
@@ -531,28 +567,11 @@ IppStatus MaxIndx_64f(const double *s, size_t n, double *v, int *i) { return Ext
 IppStatus MinIndx_32f(const float *s, size_t n, float *v, int *i) { return Extreme(s, n, v, i, Ext::kMin); }
 IppStatus MinIndx_64f(const double *s, size_t n, double *v, int *i) { return Extreme(s, n, v, i, Ext::kMin); }
 
-/* Both extremes and their first indices, found in one search. */
 template <typename T>
 HWY_INLINE IppStatus MinMaxOf(const T *src, size_t len, T *pMin, int *iMin, T *pMax, int *iMax)
 {
-    T lo, hi;
-    Range(src, len, &lo, &hi);
-    size_t kl = isnan(lo) ? 0 : len, kh = isnan(hi) ? 0 : len;
-    const Tag<T> d;
-    const size_t n = hn::Lanes(d);
-    const auto vl = hn::Set(d, lo), vh = hn::Set(d, hi);
-    size_t i = 0;
-    for (; i + n <= len && (kl == len || kh == len); i += n) {
-        const auto x = hn::LoadU(d, src + i);
-        const intptr_t a = kl == len ? hn::FindFirstTrue(d, hn::Eq(x, vl)) : -1;
-        const intptr_t b = kh == len ? hn::FindFirstTrue(d, hn::Eq(x, vh)) : -1;
-        if (a >= 0) kl = i + size_t(a);
-        if (b >= 0) kh = i + size_t(b);
-    }
-    for (; i < len; ++i) {
-        if (kl == len && src[i] == lo) kl = i;
-        if (kh == len && src[i] == hi) kh = i;
-    }
+    size_t kl, kh;
+    Extremes(src, len, &kl, &kh);
     *pMin = src[kl];
     *pMax = src[kh];
     if (iMin) *iMin = int(kl);
