@@ -202,7 +202,7 @@ TEST_P(KernelsStats, ExtremesPassOverNaN)
     }
 }
 
-TEST(KernelsStatsPlainLoops, ExtremesAndMagnitudes)
+TEST_P(KernelsStats, IntegerExtremesAndMagnitudes)
 {
     const std::vector<Ipp16s> s = {5, -32768, 7, 0, -32768};
     Ipp16s v = 0;
@@ -223,13 +223,33 @@ TEST(KernelsStatsPlainLoops, ExtremesAndMagnitudes)
     Ipp8u lo = 1, hi = 1;
     EXPECT_EQ(ippsMinMax_8u(b.data(), 4, &lo, &hi), ippStsNoErr);
     EXPECT_TRUE(lo == 0 && hi == 255);
+    // Every position of the range in vectors of every length: the first
+    // index, as std::min_element and std::max_element give it.
+    const auto mag = [](Ipp32s a, Ipp32s b) { return std::abs(a) < std::abs(b); };
+    for (int n : {1, 5, 31, 32, 33, 64, 65, 130, 200}) {
+        for (int at = 0; at < n; ++at) {
+            std::vector<Ipp32s> v(n, 9);
+            v[at] = -7;
+            if (at + 1 < n) v.back() = -7;
+            if (n > 2) v[(at + n / 2) % n] = 11;
+            int kl = -1, kh = -1;
+            ASSERT_EQ(ippsMinMaxIndx_32s(v.data(), n, &x, &kl, &x, &kh), ippStsNoErr);
+            EXPECT_EQ(kl, std::min_element(v.begin(), v.end()) - v.begin()) << n << " " << at;
+            EXPECT_EQ(kh, std::max_element(v.begin(), v.end()) - v.begin()) << n << " " << at;
+            ASSERT_EQ(ippsMinAbsIndx_32s(v.data(), n, &x, &k), ippStsNoErr);
+            EXPECT_EQ(k, std::min_element(v.begin(), v.end(), mag) - v.begin()) << n << " " << at;
+            std::vector<Ipp8u> u(v.begin(), v.end());  // -7 is 249
+            ASSERT_EQ(ippsMinMax_8u(u.data(), n, &lo, &hi), ippStsNoErr);
+            EXPECT_TRUE(lo == *std::min_element(u.begin(), u.end()) && hi == *std::max_element(u.begin(), u.end()));
+        }
+    }
     // Index outputs of the single-extreme forms may be null.
     EXPECT_EQ(ippsMaxIndx_32s(w.data(), 3, &x, nullptr), ippStsNoErr);
     EXPECT_EQ(ippsMaxIndx_32s(w.data(), 0, &x, nullptr), ippStsSizeErr);
     EXPECT_EQ(ippsMaxIndx_32s(w.data(), 3, nullptr, &k), ippStsNullPtrErr);
 }
 
-TEST(KernelsStatsPlainLoops, ScaledSums)
+TEST_P(KernelsStats, ScaledIntegerSumsAndDotProducts)
 {
     const struct { std::vector<Ipp32s> x; int sf; Ipp32s want; } cases[] = {
         {{INT32_MAX, 1}, 0, INT32_MAX},
@@ -250,14 +270,19 @@ TEST(KernelsStatsPlainLoops, ScaledSums)
         EXPECT_EQ(got, c.want) << c.x[0] << " scaled by " << c.sf;
     }
     std::vector<Ipp16s> s(70000, 32767);
+    s[69999] = -1;  // past the vector part
     Ipp32s got = 0;
     ASSERT_EQ(ippsSum_16s32s_Sfs(s.data(), int(s.size()), &got, 0), ippStsNoErr);
     EXPECT_EQ(got, INT32_MAX);
     ASSERT_EQ(ippsSum_16s32s_Sfs(s.data(), int(s.size()), &got, 8), ippStsNoErr);
-    EXPECT_EQ(got, Ipp32s((70000LL * 32767 + 128) >> 8));
+    const long long sum = 69999LL * 32767 - 1;
+    EXPECT_EQ(got, Ipp32s((sum >> 8) + ((sum & 255) >= 128)));
     Ipp64s dp = 0;
     ASSERT_EQ(ippsDotProd_16s64s(s.data(), s.data(), int(s.size()), &dp), ippStsNoErr);
-    EXPECT_EQ(dp, 70000LL * 32767 * 32767);
+    EXPECT_EQ(dp, 69999LL * 32767 * 32767 + 1);
+    std::vector<Ipp16s> m(1001, -32768);
+    ASSERT_EQ(ippsDotProd_16s64s(m.data(), m.data(), 1001, &dp), ippStsNoErr);
+    EXPECT_EQ(dp, 1001LL << 30);
 }
 
 TEST(KernelsStatsPlainLoops, ZeroCrossingsCountsAndOrders)

@@ -593,6 +593,179 @@ IppStatus MinMaxIndx_64f(const double *s, size_t n, double *lo, int *il, double 
     return MinMaxOf(s, n, lo, il, hi, ih);
 }
 
+/* ---- Integer reductions ---- */
+
+/* The key an integer extreme compares: the value, or its magnitude as an
+ * unsigned number (so |-32768| is 32768). */
+template <bool kAbs, class D>
+HWY_INLINE auto KeyV(D, hn::Vec<D> x)
+{
+    if constexpr (kAbs) return hn::BitCast(hn::RebindToUnsigned<D>(), hn::Abs(x));
+    else return x;
+}
+template <bool kAbs, typename T>
+HWY_INLINE auto KeyS(T x)
+{
+    using U = std::make_unsigned_t<T>;
+    if constexpr (kAbs) return x < 0 ? U(U(0) - U(x)) : U(x);
+    else return x;
+}
+
+/* The smallest and largest key. */
+template <bool kAbs, typename T, typename K>
+HWY_INLINE void IntRange(const T *src, size_t len, K *lo, K *hi)
+{
+    const Tag<T> d;
+    using VK = decltype(KeyV<kAbs>(d, hn::Zero(d)));
+    const hn::DFromV<VK> dk;
+    const size_t n = hn::Lanes(d);
+    K l = KeyS<kAbs>(src[0]), h = l;
+    size_t i = 0;
+    if (len >= 2 * n) {
+        VK l0 = hn::Set(dk, l), h0 = l0, l1 = l0, h1 = l0;
+        for (; i + 2 * n <= len; i += 2 * n) {
+            const VK a = KeyV<kAbs>(d, hn::LoadU(d, src + i)), b = KeyV<kAbs>(d, hn::LoadU(d, src + i + n));
+            l0 = hn::Min(l0, a), h0 = hn::Max(h0, a), l1 = hn::Min(l1, b), h1 = hn::Max(h1, b);
+        }
+        HWY_ALIGN K a[hn::MaxLanes(dk)], b[hn::MaxLanes(dk)];
+        hn::Store(hn::Min(l0, l1), dk, a);
+        hn::Store(hn::Max(h0, h1), dk, b);
+        for (size_t k = 0; k < n; ++k) l = a[k] < l ? a[k] : l, h = b[k] > h ? b[k] : h;
+    }
+    for (; i < len; ++i) {
+        const K x = KeyS<kAbs>(src[i]);
+        l = x < l ? x : l, h = x > h ? x : h;
+    }
+    *lo = l, *hi = h;
+}
+
+/* The first indices of the keys a and b (both present). */
+template <bool kAbs, typename T, typename K>
+HWY_INLINE void IntFirst(const T *src, size_t len, K a, K b, size_t *ka, size_t *kb)
+{
+    const Tag<T> d;
+    using VK = decltype(KeyV<kAbs>(d, hn::Zero(d)));
+    const hn::DFromV<VK> dk;
+    const size_t n = hn::Lanes(d);
+    const VK va = hn::Set(dk, a), vb = hn::Set(dk, b);
+    size_t i = 0, fa = len, fb = len;
+    for (; i + n <= len && (fa == len || fb == len); i += n) {
+        const VK x = KeyV<kAbs>(d, hn::LoadU(d, src + i));
+        const intptr_t p = fa == len ? hn::FindFirstTrue(dk, hn::Eq(x, va)) : -1;
+        const intptr_t q = fb == len ? hn::FindFirstTrue(dk, hn::Eq(x, vb)) : -1;
+        if (p >= 0) fa = i + size_t(p);
+        if (q >= 0) fb = i + size_t(q);
+    }
+    for (; i < len && (fa == len || fb == len); ++i) {
+        if (fa == len && KeyS<kAbs>(src[i]) == a) fa = i;
+        if (fb == len && KeyS<kAbs>(src[i]) == b) fb = i;
+    }
+    *ka = fa, *kb = fb;
+}
+
+#define ORB_INT_RANGE_WORKERS(T, sfx)                                                         \
+    IppStatus Range_##sfx(const T *s, size_t n, T *lo, T *hi)                                 \
+    {                                                                                         \
+        return IntRange<false>(s, n, lo, hi), ippStsNoErr;                                    \
+    }                                                                                         \
+    IppStatus First_##sfx(const T *s, size_t n, T a, T b, size_t *ka, size_t *kb)             \
+    {                                                                                         \
+        return IntFirst<false>(s, n, a, b, ka, kb), ippStsNoErr;                              \
+    }
+ORB_INT_RANGE_WORKERS(Ipp8u, 8u)
+ORB_INT_RANGE_WORKERS(Ipp16s, 16s)
+ORB_INT_RANGE_WORKERS(Ipp32s, 32s)
+#undef ORB_INT_RANGE_WORKERS
+#define ORB_ABS_RANGE_WORKERS(T, U, sfx)                                                      \
+    IppStatus RangeAbs_##sfx(const T *s, size_t n, U *lo, U *hi)                              \
+    {                                                                                         \
+        return IntRange<true>(s, n, lo, hi), ippStsNoErr;                                     \
+    }                                                                                         \
+    IppStatus FirstAbs_##sfx(const T *s, size_t n, U a, U b, size_t *ka, size_t *kb)          \
+    {                                                                                         \
+        return IntFirst<true>(s, n, a, b, ka, kb), ippStsNoErr;                               \
+    }
+ORB_ABS_RANGE_WORKERS(Ipp16s, Ipp16u, 16s)
+ORB_ABS_RANGE_WORKERS(Ipp32s, Ipp32u, 32s)
+#undef ORB_ABS_RANGE_WORKERS
+
+/* Exact sums: 16-bit values in 32-bit lanes, emptied into the total before
+ * any lane could overflow; 32-bit values in 64-bit lanes. */
+IppStatus WideSum_16s(const Ipp16s *s, size_t len, int64_t *out)
+{
+    const Tag<int32_t> d32;
+    const hn::Rebind<int16_t, Tag<int32_t>> d16;
+    const size_t n = hn::Lanes(d32);
+    int64_t total = 0;
+    size_t i = 0;
+    while (i + n <= len) {
+        const size_t end = len - i > n * 32768 ? i + n * 32768 : len;
+        auto a0 = hn::Zero(d32), a1 = hn::Zero(d32);
+        for (; i + 2 * n <= end; i += 2 * n) {
+            a0 = hn::Add(a0, hn::PromoteTo(d32, hn::LoadU(d16, s + i)));
+            a1 = hn::Add(a1, hn::PromoteTo(d32, hn::LoadU(d16, s + i + n)));
+        }
+        for (; i + n <= end; i += n) a0 = hn::Add(a0, hn::PromoteTo(d32, hn::LoadU(d16, s + i)));
+        HWY_ALIGN int32_t lanes[hn::MaxLanes(d32)];
+        hn::Store(hn::Add(a0, a1), d32, lanes);
+        for (size_t k = 0; k < n; ++k) total += lanes[k];
+    }
+    for (; i < len; ++i) total += s[i];
+    *out = total;
+    return ippStsNoErr;
+}
+
+IppStatus WideSum_32s(const Ipp32s *s, size_t len, int64_t *out)
+{
+    const Tag<int64_t> d64;
+    const hn::Rebind<int32_t, Tag<int64_t>> d32;
+    const size_t n = hn::Lanes(d64);
+    auto a0 = hn::Zero(d64), a1 = hn::Zero(d64);
+    size_t i = 0;
+    for (; i + 2 * n <= len; i += 2 * n) {
+        a0 = hn::Add(a0, hn::PromoteTo(d64, hn::LoadU(d32, s + i)));
+        a1 = hn::Add(a1, hn::PromoteTo(d64, hn::LoadU(d32, s + i + n)));
+    }
+    int64_t total = hn::GetLane(hn::SumOfLanes(d64, hn::Add(a0, a1)));
+    for (; i < len; ++i) total += s[i];
+    *out = total;
+    return ippStsNoErr;
+}
+
+/* Products of 16-bit values are exact in 32 bits; their sum in 64. */
+IppStatus Dot_16s(const Ipp16s *a, const Ipp16s *b, size_t len, int64_t *out)
+{
+    const Tag<int64_t> d64;
+    const hn::Rebind<int32_t, Tag<int64_t>> d32;
+    const hn::Rebind<int16_t, Tag<int64_t>> d16;
+    const size_t n = hn::Lanes(d64);
+    auto acc = hn::Zero(d64);
+    size_t i = 0;
+    for (; i + n <= len; i += n) {
+        const auto p = hn::Mul(hn::PromoteTo(d32, hn::LoadU(d16, a + i)), hn::PromoteTo(d32, hn::LoadU(d16, b + i)));
+        acc = hn::Add(acc, hn::PromoteTo(d64, p));
+    }
+    int64_t total = hn::GetLane(hn::SumOfLanes(d64, acc));
+    for (; i < len; ++i) total += int32_t(a[i]) * int32_t(b[i]);
+    *out = total;
+    return ippStsNoErr;
+}
+
+IppStatus Count_32s(const Ipp32s *s, size_t len, Ipp32s lo, Ipp32s hi, int *out)
+{
+    const Tag<int32_t> d;
+    const size_t n = hn::Lanes(d);
+    const auto vlo = hn::Set(d, lo), vhi = hn::Set(d, hi);
+    size_t count = 0, i = 0;
+    for (; i + n <= len; i += n) {
+        const auto x = hn::LoadU(d, s + i);
+        count += hn::CountTrue(d, hn::And(hn::Gt(x, vlo), hn::Lt(x, vhi)));
+    }
+    for (; i < len; ++i) count += s[i] > lo && s[i] < hi;
+    *out = int(count);
+    return ippStsNoErr;
+}
+
 /* ---- Element-wise extremes of two vectors ---- */
 
 template <bool kMax>
@@ -623,31 +796,68 @@ HWY_AFTER_NAMESPACE();
 namespace orb_kernels {
 namespace {
 
-/* ---- Integer reductions: plain loops the compiler vectorises. ---- */
+/* ---- Integer reductions: the range first, then where it was first met. ---- */
+
+HWY_EXPORT(Range_8u);
+HWY_EXPORT(Range_16s);
+HWY_EXPORT(Range_32s);
+HWY_EXPORT(First_8u);
+HWY_EXPORT(First_16s);
+HWY_EXPORT(First_32s);
+HWY_EXPORT(RangeAbs_16s);
+HWY_EXPORT(RangeAbs_32s);
+HWY_EXPORT(FirstAbs_16s);
+HWY_EXPORT(FirstAbs_32s);
+HWY_EXPORT(WideSum_16s);
+HWY_EXPORT(WideSum_32s);
+HWY_EXPORT(Dot_16s);
+HWY_EXPORT(Count_32s);
+
+inline void RangeOf(const Ipp8u *s, size_t n, Ipp8u *lo, Ipp8u *hi) { HWY_DYNAMIC_DISPATCH(Range_8u)(s, n, lo, hi); }
+inline void RangeOf(const Ipp16s *s, size_t n, Ipp16s *lo, Ipp16s *hi) { HWY_DYNAMIC_DISPATCH(Range_16s)(s, n, lo, hi); }
+inline void RangeOf(const Ipp32s *s, size_t n, Ipp32s *lo, Ipp32s *hi) { HWY_DYNAMIC_DISPATCH(Range_32s)(s, n, lo, hi); }
+inline void FirstOf(const Ipp8u *s, size_t n, Ipp8u a, Ipp8u b, size_t *ka, size_t *kb)
+{
+    HWY_DYNAMIC_DISPATCH(First_8u)(s, n, a, b, ka, kb);
+}
+inline void FirstOf(const Ipp16s *s, size_t n, Ipp16s a, Ipp16s b, size_t *ka, size_t *kb)
+{
+    HWY_DYNAMIC_DISPATCH(First_16s)(s, n, a, b, ka, kb);
+}
+inline void FirstOf(const Ipp32s *s, size_t n, Ipp32s a, Ipp32s b, size_t *ka, size_t *kb)
+{
+    HWY_DYNAMIC_DISPATCH(First_32s)(s, n, a, b, ka, kb);
+}
+inline void RangeOf(const Ipp16s *s, size_t n, Ipp16u *lo, Ipp16u *hi) { HWY_DYNAMIC_DISPATCH(RangeAbs_16s)(s, n, lo, hi); }
+inline void RangeOf(const Ipp32s *s, size_t n, Ipp32u *lo, Ipp32u *hi) { HWY_DYNAMIC_DISPATCH(RangeAbs_32s)(s, n, lo, hi); }
+inline void FirstOf(const Ipp16s *s, size_t n, Ipp16u a, Ipp16u b, size_t *ka, size_t *kb)
+{
+    HWY_DYNAMIC_DISPATCH(FirstAbs_16s)(s, n, a, b, ka, kb);
+}
+inline void FirstOf(const Ipp32s *s, size_t n, Ipp32u a, Ipp32u b, size_t *ka, size_t *kb)
+{
+    HWY_DYNAMIC_DISPATCH(FirstAbs_32s)(s, n, a, b, ka, kb);
+}
 
 template <typename T>
 IppStatus IntExtremes(const T *src, int len, T *pMin, int *iMin, T *pMax, int *iMax)
 {
     IppStatus st = CheckArgs(len, src);
     if (st != ippStsNoErr) return st;
-    T lo = src[0], hi = src[0];
-    for (int i = 1; i < len; ++i) {
-        lo = src[i] < lo ? src[i] : lo;
-        hi = src[i] > hi ? src[i] : hi;
-    }
-    int kl = -1, kh = -1;
-    for (int i = 0; i < len && ((iMin && kl < 0) || (iMax && kh < 0)); ++i) {
-        if (kl < 0 && src[i] == lo) kl = i;
-        if (kh < 0 && src[i] == hi) kh = i;
+    T lo, hi;
+    RangeOf(src, size_t(len), &lo, &hi);
+    if (iMin || iMax) {
+        size_t kl, kh;
+        FirstOf(src, size_t(len), lo, hi, &kl, &kh);
+        if (iMin) *iMin = int(kl);
+        if (iMax) *iMax = int(kh);
     }
     if (pMin) *pMin = lo;
     if (pMax) *pMax = hi;
-    if (iMin) *iMin = kl;
-    if (iMax) *iMax = kh;
     return ippStsNoErr;
 }
 
-/* Magnitudes as unsigned values, so |-32768| is 32768 until it is stored. */
+/* Magnitudes as unsigned values, saturated when stored: |-32768| is 32767. */
 template <typename T>
 using Mag = std::make_unsigned_t<T>;
 template <typename T>
@@ -655,26 +865,21 @@ inline Mag<T> MagOf(T x)
 {
     return x < 0 ? Mag<T>(Mag<T>(0) - Mag<T>(x)) : Mag<T>(x);
 }
-template <typename T>
-inline T Saturated(Mag<T> m)
-{
-    return m > Mag<T>(std::numeric_limits<T>::max()) ? std::numeric_limits<T>::max() : T(m);
-}
 
 template <typename T>
 IppStatus AbsExtreme(const T *src, int len, T *value, int *index, Ext which)
 {
     IppStatus st = CheckArgs(len, src, value);
     if (st != ippStsNoErr) return st;
-    Mag<T> best = MagOf(src[0]);
-    for (int i = 1; i < len; ++i) {
-        const Mag<T> m = MagOf(src[i]);
-        best = which == Ext::kMax ? (m > best ? m : best) : (m < best ? m : best);
+    Mag<T> lo, hi;
+    RangeOf(src, size_t(len), &lo, &hi);
+    const Mag<T> best = which == Ext::kMax ? hi : lo;
+    if (index) {
+        size_t k, unused;
+        FirstOf(src, size_t(len), best, best, &k, &unused);
+        *index = int(k);
     }
-    int k = 0;
-    while (MagOf(src[k]) != best) ++k;
-    *value = Saturated<T>(best);
-    if (index) *index = k;
+    *value = best > Mag<T>(std::numeric_limits<T>::max()) ? std::numeric_limits<T>::max() : T(best);
     return ippStsNoErr;
 }
 
@@ -700,7 +905,8 @@ IppStatus ScaledSum(const T *src, int len, Ipp32s *sum, int sf)
     IppStatus st = CheckArgs(len, src, sum);
     if (st != ippStsNoErr) return st;
     int64_t s = 0;
-    for (int i = 0; i < len; ++i) s += src[i];
+    if constexpr (sizeof(T) == 2) HWY_DYNAMIC_DISPATCH(WideSum_16s)(src, size_t(len), &s);
+    else HWY_DYNAMIC_DISPATCH(WideSum_32s)(src, size_t(len), &s);
     *sum = Scaled(s, sf);
     return ippStsNoErr;
 }
@@ -844,10 +1050,7 @@ IppStatus ippsDotProd_16s64s(const Ipp16s *pSrc1, const Ipp16s *pSrc2, int len, 
 {
     IppStatus st = orb_kernels::CheckArgs(len, pSrc1, pSrc2, pDp);
     if (st != ippStsNoErr) return st;
-    int64_t s = 0;
-    for (int i = 0; i < len; ++i) s += int32_t(pSrc1[i]) * int32_t(pSrc2[i]);
-    *pDp = s;
-    return ippStsNoErr;
+    return HWY_DYNAMIC_DISPATCH(orb_kernels::Dot_16s)(pSrc1, pSrc2, size_t(len), pDp);
 }
 
 IppStatus ippsCountInRange_32s(const Ipp32s *pSrc, int len, int *pCounts, Ipp32s lowerBound, Ipp32s upperBound)
@@ -855,10 +1058,7 @@ IppStatus ippsCountInRange_32s(const Ipp32s *pSrc, int len, int *pCounts, Ipp32s
     IppStatus st = orb_kernels::CheckArgs(len, pSrc, pCounts);
     if (st == ippStsNoErr) st = orb_kernels::Refuse(lowerBound > upperBound, ippStsRangeErr);
     if (st != ippStsNoErr) return st;
-    int count = 0;
-    for (int i = 0; i < len; ++i) count += pSrc[i] > lowerBound && pSrc[i] < upperBound;
-    *pCounts = count;
-    return ippStsNoErr;
+    return HWY_DYNAMIC_DISPATCH(orb_kernels::Count_32s)(pSrc, size_t(len), lowerBound, upperBound, pCounts);
 }
 
 IppStatus ippsMaxOrder_16s(const Ipp16s *pSrc, int len, int *pOrder) { return orb_kernels::MaxOrderOf(pSrc, len, pOrder); }
