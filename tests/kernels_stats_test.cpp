@@ -199,6 +199,15 @@ TEST_P(KernelsStats, ExtremesPassOverNaN)
         std::vector<double> xd(x.begin(), x.end());
         ASSERT_EQ(ippsMinMax_64f(xd.data(), int(xd.size()), &dl, &dh), ippStsNoErr);
         EXPECT_TRUE(sweep::Same(dl, double(c.lo)) && sweep::Same(dh, double(c.hi)));
+        // Norms, unlike extremes, are NaN with any NaN element, wherever it is.
+        const bool nan = std::any_of(x.begin(), x.end(), [](float v) { return v != v; });
+        for (size_t at : {size_t(0), x.size() / 2, x.size() - 1}) {
+            std::rotate(xd.begin(), xd.begin() + at, xd.end());
+            ASSERT_EQ(ippsNorm_Inf_64f(xd.data(), int(xd.size()), &dh), ippStsNoErr);
+            EXPECT_EQ(std::isnan(dh), nan) << at;
+            ASSERT_EQ(ippsNormDiff_Inf_64f(xd.data(), xd.data(), int(xd.size()), &dh), ippStsNoErr);
+            EXPECT_EQ(std::isnan(dh), nan) << at;
+        }
     }
 }
 

@@ -320,7 +320,7 @@ IPPAPI(IppStatus, ippsStdDev_64f, (const Ipp64f *pSrc, int len, Ipp64f *pStdDev)
 IPPAPI(IppStatus, ippsMeanStdDev_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMean, Ipp32f *pStdDev, IppHintAlgorithm hint))
 IPPAPI(IppStatus, ippsMeanStdDev_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMean, Ipp64f *pStdDev))
 /* Norms: Inf the largest |x|, L1 the sum of |x|, L2 the root of the sum of
- * |x|^2; of pSrc1 - pSrc2 for NormDiff. */
+ * |x|^2; of pSrc1 - pSrc2 for NormDiff. A NaN element gives NaN. */
 #define ORB_DECLARE_NORM(kind)                                                                               \
     IPPAPI(IppStatus, ippsNorm_##kind##_32f, (const Ipp32f *pSrc, int len, Ipp32f *pNorm))                   \
     IPPAPI(IppStatus, ippsNorm_##kind##_64f, (const Ipp64f *pSrc, int len, Ipp64f *pNorm))                   \

@@ -267,15 +267,23 @@ IppStatus StdDev_32f(const float *src, size_t len, float *dev, int accurate)
 
 /* ---- Norms and dot products ---- */
 
-/* |x| (or |a - b|) folded by Max (Inf), Add (L1) or squares by MulAdd (L2). */
+/* |x| (or |a - b|) folded by Max (Inf), Add (L1) or squares by MulAdd (L2).
+ * A NaN element makes every norm NaN: sums carry it, and the largest
+ * magnitude is kept by a Max that keeps NaN on every target. */
 enum class Norm { kInf, kL1, kL2 };
+
+template <class V>
+HWY_INLINE V MaxKeepNaN(V acc, V x)
+{
+    return hn::IfThenElse(hn::Or(hn::Lt(acc, x), hn::IsNaN(x)), x, acc);
+}
 
 template <class D, Norm kN>
 struct NormS {
     hn::Vec<D> acc;
     HWY_INLINE void Put(hn::Vec<D> x)
     {
-        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, hn::Abs(x));
+        if constexpr (kN == Norm::kInf) acc = MaxKeepNaN(acc, hn::Abs(x));
         else if constexpr (kN == Norm::kL1) acc = hn::Add(acc, hn::Abs(x));
         else acc = hn::MulAdd(x, x, acc);
     }
@@ -283,7 +291,7 @@ struct NormS {
     HWY_INLINE void Add(D, hn::Vec<D> a, hn::Vec<D> b) { Put(hn::Sub(a, b)); }
     HWY_INLINE void Merge(D, const NormS &o)
     {
-        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, o.acc);
+        if constexpr (kN == Norm::kInf) acc = MaxKeepNaN(acc, o.acc);
         else acc = hn::Add(acc, o.acc);
     }
 };
@@ -295,7 +303,7 @@ struct NormPairsS {
     HWY_INLINE void Put(hn::Vec<D> re, hn::Vec<D> im)
     {
         const hn::Vec<D> m2 = hn::MulAdd(re, re, hn::Mul(im, im));
-        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, m2);
+        if constexpr (kN == Norm::kInf) acc = MaxKeepNaN(acc, m2);
         else if constexpr (kN == Norm::kL1) acc = hn::Add(acc, hn::Sqrt(m2));
         else acc = hn::Add(acc, m2);
     }
@@ -303,7 +311,7 @@ struct NormPairsS {
     HWY_INLINE void Add(D, Cx<hn::Vec<D>> a, Cx<hn::Vec<D>> b) { Put(hn::Sub(a.re, b.re), hn::Sub(a.im, b.im)); }
     HWY_INLINE void Merge(D, const NormPairsS &o)
     {
-        if constexpr (kN == Norm::kInf) acc = hn::Max(acc, o.acc);
+        if constexpr (kN == Norm::kInf) acc = MaxKeepNaN(acc, o.acc);
         else acc = hn::Add(acc, o.acc);
     }
 };
@@ -311,8 +319,13 @@ struct NormPairsS {
 template <Norm kN, class D>
 HWY_INLINE hn::TFromD<D> Finish(D d, hn::Vec<D> acc)
 {
-    if constexpr (kN == Norm::kInf) return hn::GetLane(hn::MaxOfLanes(d, acc));
-    else if constexpr (kN == Norm::kL1) return Total(d, acc);
+    if constexpr (kN == Norm::kInf) {
+        HWY_ALIGN hn::TFromD<D> lanes[hn::MaxLanes(d)];
+        hn::Store(acc, d, lanes);
+        hn::TFromD<D> m = lanes[0];
+        for (size_t k = 1; k < hn::Lanes(d); ++k) m = lanes[k] > m || isnan(lanes[k]) ? lanes[k] : m;
+        return m;
+    } else if constexpr (kN == Norm::kL1) return Total(d, acc);
     else return sqrt(Total(d, acc));
 }
 
@@ -328,7 +341,7 @@ HWY_INLINE double NormOfPairs(size_t len, const I &...in)
 {
     const Tag<double> d;
     const auto acc = Fold(d, len, NormPairsS<Tag<double>, kN>{hn::Zero(d)}, in...).acc;
-    if constexpr (kN == Norm::kInf) return sqrt(hn::GetLane(hn::MaxOfLanes(d, acc)));
+    if constexpr (kN == Norm::kInf) return sqrt(Finish<kN>(d, acc));
     else return Finish<kN>(d, acc);
 }
 
