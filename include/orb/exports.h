@@ -90,8 +90,39 @@ ORB_API HostValue orbUpSample(HostCallbacks cb, ArgSeq args);
 ORB_API HostValue orbDownSample(HostCallbacks cb, ArgSeq args);
 
 /* Reductions, norms, dot products and counting. */
+ORB_API HostValue orbSum(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMax(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMin(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMaxAbs(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMinAbs(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIndexMax(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIndexMin(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIndexMaxAbs(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIndexMinAbs(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMinMax(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIndexMinMax(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMean(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbStdDev(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMeanStdDev(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInfNorm(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbL1Norm(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbL2Norm(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInfNormDiff(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbL1NormDiff(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbL2NormDiff(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbDotProduct(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMaxEvery(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMinEvery(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbZeroCrossing(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbCountInRange(HostCallbacks cb, ArgSeq args);
 
 /* Ordering and search. */
+ORB_API HostValue orbMaxOrder(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbReverse(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbSortAscending(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbSortDescending(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFindNearestOne(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFindNearest(HostCallbacks cb, ArgSeq args);
 
 /* Transforms. */
 

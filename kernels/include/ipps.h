@@ -266,8 +266,124 @@ ORB_DECLARE_T2(ippsThreshold_LTValGTVal_64f, Ipp64f)
 #undef ORB_DECLARE_T2
 
 /* Reductions, norms, dot products and counting. */
+/* Extremes: the first of equal extremes gives the index (0-based); NaN
+ * elements are passed over, and only an all-NaN vector gives NaN (index 0).
+ * The absolute extremes of integers saturate (|-32768| is 32767). */
+IPPAPI(IppStatus, ippsMax_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMax))
+IPPAPI(IppStatus, ippsMax_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMax))
+IPPAPI(IppStatus, ippsMax_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMax))
+IPPAPI(IppStatus, ippsMax_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMax))
+IPPAPI(IppStatus, ippsMin_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMin))
+IPPAPI(IppStatus, ippsMin_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMin))
+IPPAPI(IppStatus, ippsMin_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMin))
+IPPAPI(IppStatus, ippsMin_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMin))
+IPPAPI(IppStatus, ippsMaxAbs_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMaxAbs))
+IPPAPI(IppStatus, ippsMaxAbs_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMaxAbs))
+IPPAPI(IppStatus, ippsMinAbs_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMinAbs))
+IPPAPI(IppStatus, ippsMinAbs_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMinAbs))
+/* pIndx may be null: only the value is then given. */
+IPPAPI(IppStatus, ippsMaxIndx_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMax, int *pIndx))
+IPPAPI(IppStatus, ippsMaxIndx_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMax, int *pIndx))
+IPPAPI(IppStatus, ippsMaxIndx_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMax, int *pIndx))
+IPPAPI(IppStatus, ippsMaxIndx_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMax, int *pIndx))
+IPPAPI(IppStatus, ippsMinIndx_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMin, int *pIndx))
+IPPAPI(IppStatus, ippsMinIndx_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMin, int *pIndx))
+IPPAPI(IppStatus, ippsMinIndx_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMin, int *pIndx))
+IPPAPI(IppStatus, ippsMinIndx_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMin, int *pIndx))
+IPPAPI(IppStatus, ippsMaxAbsIndx_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMaxAbs, int *pIndx))
+IPPAPI(IppStatus, ippsMaxAbsIndx_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMaxAbs, int *pIndx))
+IPPAPI(IppStatus, ippsMinAbsIndx_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMinAbs, int *pIndx))
+IPPAPI(IppStatus, ippsMinAbsIndx_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMinAbs, int *pIndx))
+IPPAPI(IppStatus, ippsMinMax_8u, (const Ipp8u *pSrc, int len, Ipp8u *pMin, Ipp8u *pMax))
+IPPAPI(IppStatus, ippsMinMax_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMin, Ipp16s *pMax))
+IPPAPI(IppStatus, ippsMinMax_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMin, Ipp32s *pMax))
+IPPAPI(IppStatus, ippsMinMax_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMin, Ipp32f *pMax))
+IPPAPI(IppStatus, ippsMinMax_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMin, Ipp64f *pMax))
+IPPAPI(IppStatus, ippsMinMaxIndx_16s, (const Ipp16s *pSrc, int len, Ipp16s *pMin, int *pMinIndx, Ipp16s *pMax, int *pMaxIndx))
+IPPAPI(IppStatus, ippsMinMaxIndx_32s, (const Ipp32s *pSrc, int len, Ipp32s *pMin, int *pMinIndx, Ipp32s *pMax, int *pMaxIndx))
+IPPAPI(IppStatus, ippsMinMaxIndx_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMin, int *pMinIndx, Ipp32f *pMax, int *pMaxIndx))
+IPPAPI(IppStatus, ippsMinMaxIndx_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMin, int *pMinIndx, Ipp64f *pMax, int *pMaxIndx))
+/* Sums and moments. The single-precision forms accumulate in double with
+ * ippAlgHintAccurate and in single precision otherwise. Standard deviations
+ * divide by len - 1 and need len >= 2. Scaled integer sums are exact before
+ * the scaling (round half to even) and saturation to 32 bits. */
+IPPAPI(IppStatus, ippsSum_16s32s_Sfs, (const Ipp16s *pSrc, int len, Ipp32s *pSum, int scaleFactor))
+IPPAPI(IppStatus, ippsSum_32s_Sfs, (const Ipp32s *pSrc, int len, Ipp32s *pSum, int scaleFactor))
+IPPAPI(IppStatus, ippsSum_32f, (const Ipp32f *pSrc, int len, Ipp32f *pSum, IppHintAlgorithm hint))
+IPPAPI(IppStatus, ippsSum_64f, (const Ipp64f *pSrc, int len, Ipp64f *pSum))
+IPPAPI(IppStatus, ippsSum_64fc, (const Ipp64fc *pSrc, int len, Ipp64fc *pSum))
+IPPAPI(IppStatus, ippsMean_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMean, IppHintAlgorithm hint))
+IPPAPI(IppStatus, ippsMean_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMean))
+IPPAPI(IppStatus, ippsMean_64fc, (const Ipp64fc *pSrc, int len, Ipp64fc *pMean))
+IPPAPI(IppStatus, ippsStdDev_32f, (const Ipp32f *pSrc, int len, Ipp32f *pStdDev, IppHintAlgorithm hint))
+IPPAPI(IppStatus, ippsStdDev_64f, (const Ipp64f *pSrc, int len, Ipp64f *pStdDev))
+IPPAPI(IppStatus, ippsMeanStdDev_32f, (const Ipp32f *pSrc, int len, Ipp32f *pMean, Ipp32f *pStdDev, IppHintAlgorithm hint))
+IPPAPI(IppStatus, ippsMeanStdDev_64f, (const Ipp64f *pSrc, int len, Ipp64f *pMean, Ipp64f *pStdDev))
+/* Norms: Inf the largest |x|, L1 the sum of |x|, L2 the root of the sum of
+ * |x|^2; of pSrc1 - pSrc2 for NormDiff. A NaN element gives NaN. */
+#define ORB_DECLARE_NORM(kind)                                                                               \
+    IPPAPI(IppStatus, ippsNorm_##kind##_32f, (const Ipp32f *pSrc, int len, Ipp32f *pNorm))                   \
+    IPPAPI(IppStatus, ippsNorm_##kind##_64f, (const Ipp64f *pSrc, int len, Ipp64f *pNorm))                   \
+    IPPAPI(IppStatus, ippsNorm_##kind##_16s32f, (const Ipp16s *pSrc, int len, Ipp32f *pNorm))                \
+    IPPAPI(IppStatus, ippsNorm_##kind##_64fc64f, (const Ipp64fc *pSrc, int len, Ipp64f *pNorm))              \
+    IPPAPI(IppStatus, ippsNormDiff_##kind##_32f, (const Ipp32f *pSrc1, const Ipp32f *pSrc2, int len, Ipp32f *pNorm)) \
+    IPPAPI(IppStatus, ippsNormDiff_##kind##_64f, (const Ipp64f *pSrc1, const Ipp64f *pSrc2, int len, Ipp64f *pNorm)) \
+    IPPAPI(IppStatus, ippsNormDiff_##kind##_16s32f, (const Ipp16s *pSrc1, const Ipp16s *pSrc2, int len, Ipp32f *pNorm)) \
+    IPPAPI(IppStatus, ippsNormDiff_##kind##_64fc64f, (const Ipp64fc *pSrc1, const Ipp64fc *pSrc2, int len, Ipp64f *pNorm))
+ORB_DECLARE_NORM(Inf)
+ORB_DECLARE_NORM(L1)
+ORB_DECLARE_NORM(L2)
+#undef ORB_DECLARE_NORM
+/* Dot products, without conjugation. */
+IPPAPI(IppStatus, ippsDotProd_32f64f, (const Ipp32f *pSrc1, const Ipp32f *pSrc2, int len, Ipp64f *pDp))
+IPPAPI(IppStatus, ippsDotProd_64f, (const Ipp64f *pSrc1, const Ipp64f *pSrc2, int len, Ipp64f *pDp))
+IPPAPI(IppStatus, ippsDotProd_64fc, (const Ipp64fc *pSrc1, const Ipp64fc *pSrc2, int len, Ipp64fc *pDp))
+IPPAPI(IppStatus, ippsDotProd_64f64fc, (const Ipp64f *pSrc1, const Ipp64fc *pSrc2, int len, Ipp64fc *pDp))
+IPPAPI(IppStatus, ippsDotProd_16s64s, (const Ipp16s *pSrc1, const Ipp16s *pSrc2, int len, Ipp64s *pDp))
+/* Element-wise extremes of two vectors; a NaN in either gives NaN. */
+IPPAPI(IppStatus, ippsMaxEvery_8u, (const Ipp8u *pSrc1, const Ipp8u *pSrc2, Ipp8u *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMaxEvery_16u, (const Ipp16u *pSrc1, const Ipp16u *pSrc2, Ipp16u *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMaxEvery_32f, (const Ipp32f *pSrc1, const Ipp32f *pSrc2, Ipp32f *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMaxEvery_64f, (const Ipp64f *pSrc1, const Ipp64f *pSrc2, Ipp64f *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMinEvery_8u, (const Ipp8u *pSrc1, const Ipp8u *pSrc2, Ipp8u *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMinEvery_16u, (const Ipp16u *pSrc1, const Ipp16u *pSrc2, Ipp16u *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMinEvery_32f, (const Ipp32f *pSrc1, const Ipp32f *pSrc2, Ipp32f *pDst, Ipp32u len))
+IPPAPI(IppStatus, ippsMinEvery_64f, (const Ipp64f *pSrc1, const Ipp64f *pSrc2, Ipp64f *pDst, Ipp32u len))
+/* Zero-crossing measures over neighbours x[n-1], x[n] (see stats.cpp). */
+IPPAPI(IppStatus, ippsZeroCrossing_16s32f, (const Ipp16s *pSrc, Ipp32u len, Ipp32f *pValZCR, IppsZCType zcType))
+IPPAPI(IppStatus, ippsZeroCrossing_32f, (const Ipp32f *pSrc, Ipp32u len, Ipp32f *pValZCR, IppsZCType zcType))
+/* Elements with lowerBound < x < upperBound. */
+IPPAPI(IppStatus, ippsCountInRange_32s, (const Ipp32s *pSrc, int len, int *pCounts, Ipp32s lowerBound, Ipp32s upperBound))
 
 /* Ordering and search. */
+/* The binary order of the largest magnitude: the e of m 2^e, 1/2 <= m < 1
+ * (0 when all are zero); NaN elements are passed over with ippStsNanArg. */
+IPPAPI(IppStatus, ippsMaxOrder_16s, (const Ipp16s *pSrc, int len, int *pOrder))
+IPPAPI(IppStatus, ippsMaxOrder_32s, (const Ipp32s *pSrc, int len, int *pOrder))
+IPPAPI(IppStatus, ippsMaxOrder_32f, (const Ipp32f *pSrc, int len, int *pOrder))
+IPPAPI(IppStatus, ippsMaxOrder_64f, (const Ipp64f *pSrc, int len, int *pOrder))
+/* pDst[n] = pSrc[len - 1 - n]; pSrc may be pDst. */
+IPPAPI(IppStatus, ippsFlip_8u, (const Ipp8u *pSrc, Ipp8u *pDst, int len))
+IPPAPI(IppStatus, ippsFlip_16u, (const Ipp16u *pSrc, Ipp16u *pDst, int len))
+IPPAPI(IppStatus, ippsFlip_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsFlip_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsFlip_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+/* In-place sorts; NaN sorts after every number ascending and before every
+ * number descending, -0 before +0. */
+IPPAPI(IppStatus, ippsSortAscend_8u_I, (Ipp8u *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortAscend_16s_I, (Ipp16s *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortAscend_32s_I, (Ipp32s *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortAscend_32f_I, (Ipp32f *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortAscend_64f_I, (Ipp64f *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortDescend_8u_I, (Ipp8u *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortDescend_16s_I, (Ipp16s *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortDescend_32s_I, (Ipp32s *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortDescend_32f_I, (Ipp32f *pSrcDst, int len))
+IPPAPI(IppStatus, ippsSortDescend_64f_I, (Ipp64f *pSrcDst, int len))
+/* Nearest entries of an ascending table; of two entries equally near, the
+ * lower (the first index of its value). */
+IPPAPI(IppStatus, ippsFindNearestOne_16u, (Ipp16u inpVal, Ipp16u *pOutVal, int *pOutIndex, const Ipp16u *pTable, int tblLen))
+IPPAPI(IppStatus, ippsFindNearest_16u, (const Ipp16u *pVals, Ipp16u *pOutVals, int *pOutIndexes, int len, const Ipp16u *pTable, int tblLen))
 
 /* Transforms. */
 
