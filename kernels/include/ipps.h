@@ -276,9 +276,10 @@ ORB_DECLARE_T2(ippsThreshold_LTValGTVal_64f, Ipp64f)
  * 64f). flag is one of the IPP_FFT_* normalisations: the forward transform
  * is y[k] = s * sum x[n] exp(-2 pi i nk/N), the inverse the same with
  * exp(+2 pi i nk/N); s is 1, 1/N or 1/sqrt(N) as the flag says for that
- * direction. hint is accepted and ignored. Work and initialisation buffers
- * may be null (their sizes are reported as 0); source and destination may be
- * the same arrays. */
+ * direction. hint is accepted and ignored. The initialisation buffers and
+ * the interleaved forms' work buffers have size 0 (null is passed); a null
+ * work buffer of a split form makes it take the memory itself. Source and
+ * destination may be the same arrays. */
 #define ORB_DECLARE_FT_SIZE(name, N) \
     IPPAPI(IppStatus, name, (int N, int flag, IppHintAlgorithm hint, int *pSpecSize, int *pSpecBufferSize, int *pBufferSize))
 ORB_DECLARE_FT_SIZE(ippsDFTGetSize_C_64fc, length)

@@ -4,13 +4,12 @@
  *
  * FFTW computes unnormalised transforms with the same sign conventions
  * (forward exp(-2 pi i nk/N), backward exp(+2 pi i nk/N)); the flag's scale
- * is applied afterwards in one pass over the output. The split backward
- * transform is the forward one with real and imaginary parts swapped on
- * both sides.
+ * is applied afterwards in one pass over the output.
  */
 #include <fftw3.h>
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -30,14 +29,15 @@ bool ValidFlag(int flag)
            flag == IPP_FFT_NODIV_BY_ANY;
 }
 
-IppStatus SizeQuery(int length, int flag, int *pSpecSize, int *pSpecBufferSize, int *pBufferSize, IppStatus badLength)
+IppStatus SizeQuery(int length, int flag, int *pSpecSize, int *pSpecBufferSize, int *pBufferSize, IppStatus badLength,
+                    int (*bufferBytes)(int))
 {
     if (!pSpecSize || !pSpecBufferSize || !pBufferSize) return ippStsNullPtrErr;
     if (length < 1) return badLength;
     if (!ValidFlag(flag)) return ippStsFftFlagErr;
     *pSpecSize = kSpecBytes;
     *pSpecBufferSize = 0;
-    *pBufferSize = 0;
+    *pBufferSize = bufferBytes ? bufferBytes(length) : 0;
     return ippStsNoErr;
 }
 
@@ -93,48 +93,58 @@ IppStatus Interleaved(const Ipp64fc *pSrc, Ipp64fc *pDst, const void *spec, Spec
 }
 
 template <typename T>
-void ExecuteSplit(Lease l, T *ri, T *ii, T *ro, T *io)
+void ExecuteInPlace(Lease l, T *w)
 {
     if constexpr (sizeof(T) == 8)
-        fftw_execute_split_dft(AsPlan64(l), ri, ii, ro, io);
+        fftw_execute_dft(AsPlan64(l), reinterpret_cast<fftw_complex *>(w), reinterpret_cast<fftw_complex *>(w));
     else
-        fftwf_execute_split_dft(AsPlan32(l), ri, ii, ro, io);
+        fftwf_execute_dft(AsPlan32(l), reinterpret_cast<fftwf_complex *>(w), reinterpret_cast<fftwf_complex *>(w));
 }
 
-/* Split complex in either direction. The plan cache knows arrays that are
- * all apart or transformed fully in place; any other sharing between the
- * inputs and the outputs is resolved by transforming a copy of the inputs. */
+/* The work buffer of a split transform: n interleaved complex values from
+ * the next 64-byte boundary. 0 when that would not fit an int; the transform
+ * then takes the memory itself. */
+template <typename T>
+int SplitBufferBytes(int n)
+{
+    const long long bytes = 2LL * n * sizeof(T) + 64;
+    return bytes > 0x7fffffffLL ? 0 : int(bytes);
+}
+
+/* Split complex in either direction, through the work buffer: the parts
+ * interleaved into it, transformed there in place, and spread out again
+ * with the scale. FFTW's own split plans would tie a plan to the distance
+ * between the real and imaginary arrays, which differs from call to call;
+ * and since the inputs are read in full before any output is written, the
+ * parts may share storage in any way. */
 template <typename T>
 IppStatus Split(const T *pSrcRe, const T *pSrcIm, T *pDstRe, T *pDstIm, const void *spec, SpecKind kind,
-                bool forward)
+                bool forward, Ipp8u *pBuffer)
 {
     const TransformSpec *s = nullptr;
     if (!pSrcRe || !pSrcIm || !pDstRe || !pDstIm) return ippStsNullPtrErr;
     if (IppStatus st = Lookup(spec, kind, &s)) return st;
     const size_t n = size_t(s->n);
-    T *ri = const_cast<T *>(pSrcRe), *ii = const_cast<T *>(pSrcIm);
-    const bool inPlace = ri == pDstRe && ii == pDstIm;
-    const bool shared = ri == pDstIm || ii == pDstRe || (ri == pDstRe) != (ii == pDstIm) || pDstRe == pDstIm;
-    std::unique_ptr<T[]> copy;
-    if (!inPlace && shared) {
-        copy.reset(new (std::nothrow) T[2 * n]);
-        if (!copy) return ippStsMemAllocErr;
-        std::memcpy(copy.get(), pSrcRe, n * sizeof(T));
-        std::memcpy(copy.get() + n, pSrcIm, n * sizeof(T));
-        ri = copy.get();
-        ii = copy.get() + n;
+    std::unique_ptr<Ipp8u[]> own;
+    if (!pBuffer) {
+        own.reset(new (std::nothrow) Ipp8u[2 * n * sizeof(T) + 64]);
+        if (!own) return ippStsMemAllocErr;
+        pBuffer = own.get();
     }
-    // Backward: swap the parts on both sides of the forward transform.
-    T *a = forward ? ri : ii, *b = forward ? ii : ri;
-    T *c = forward ? pDstRe : pDstIm, *d = forward ? pDstIm : pDstRe;
-    const void *const arrays[4] = {a, b, c, d};
-    const Lease l = AcquirePlan(PlanKind::kSplitForward, PrecisionOf<T>(), s->n, arrays);
+    T *w = reinterpret_cast<T *>((reinterpret_cast<uintptr_t>(pBuffer) + 63) & ~uintptr_t(63));
+    const Lease l = AcquirePlan(forward ? PlanKind::kC2CForward : PlanKind::kC2CBackward, PrecisionOf<T>(), s->n, w, w);
     if (!l.plan) return ippStsMemAllocErr;
-    ExecuteSplit<T>(l, a, b, c, d);
+    for (size_t k = 0; k < n; ++k) {
+        w[2 * k] = pSrcRe[k];
+        w[2 * k + 1] = pSrcIm[k];
+    }
+    ExecuteInPlace<T>(l, w);
     ReleasePlan(l);
-    const double scale = forward ? s->fwdScale : s->invScale;
-    Scale(pDstRe, n, scale);
-    Scale(pDstIm, n, scale);
+    const T scale = T(forward ? s->fwdScale : s->invScale);
+    for (size_t k = 0; k < n; ++k) {
+        pDstRe[k] = w[2 * k] * scale;
+        pDstIm[k] = w[2 * k + 1] * scale;
+    }
     return ippStsNoErr;
 }
 
@@ -145,18 +155,20 @@ using orb_kernels::SpecKind;
 
 /* ---- Size queries and initialisers ---- */
 
-#define ORB_FT_SIZE(name, Length, badLength)                                                                 \
-    extern "C" IppStatus name(int length, int flag, IppHintAlgorithm, int *pSpecSize, int *pSpecBufferSize,  \
-                              int *pBufferSize)                                                              \
-    {                                                                                                        \
-        return orb_kernels::SizeQuery(Length, flag, pSpecSize, pSpecBufferSize, pBufferSize, badLength);     \
+#define ORB_FT_SIZE(name, Length, badLength, buffer)                                                            \
+    extern "C" IppStatus name(int length, int flag, IppHintAlgorithm, int *pSpecSize, int *pSpecBufferSize,     \
+                              int *pBufferSize)                                                                 \
+    {                                                                                                           \
+        return orb_kernels::SizeQuery(Length, flag, pSpecSize, pSpecBufferSize, pBufferSize, badLength, buffer); \
     }
-ORB_FT_SIZE(ippsDFTGetSize_C_64fc, length, ippStsSizeErr)
-ORB_FT_SIZE(ippsDFTGetSize_C_64f, length, ippStsSizeErr)
-ORB_FT_SIZE(ippsDFTGetSize_C_32f, length, ippStsSizeErr)
-ORB_FT_SIZE(ippsFFTGetSize_C_64fc, orb_kernels::LengthOfOrder(length), ippStsFftOrderErr)
-ORB_FT_SIZE(ippsFFTGetSize_C_64f, orb_kernels::LengthOfOrder(length), ippStsFftOrderErr)
-ORB_FT_SIZE(ippsFFTGetSize_C_32f, orb_kernels::LengthOfOrder(length), ippStsFftOrderErr)
+ORB_FT_SIZE(ippsDFTGetSize_C_64fc, length, ippStsSizeErr, nullptr)
+ORB_FT_SIZE(ippsDFTGetSize_C_64f, length, ippStsSizeErr, orb_kernels::SplitBufferBytes<Ipp64f>)
+ORB_FT_SIZE(ippsDFTGetSize_C_32f, length, ippStsSizeErr, orb_kernels::SplitBufferBytes<Ipp32f>)
+ORB_FT_SIZE(ippsFFTGetSize_C_64fc, orb_kernels::LengthOfOrder(length), ippStsFftOrderErr, nullptr)
+ORB_FT_SIZE(ippsFFTGetSize_C_64f, orb_kernels::LengthOfOrder(length), ippStsFftOrderErr,
+            orb_kernels::SplitBufferBytes<Ipp64f>)
+ORB_FT_SIZE(ippsFFTGetSize_C_32f, orb_kernels::LengthOfOrder(length), ippStsFftOrderErr,
+            orb_kernels::SplitBufferBytes<Ipp32f>)
 #undef ORB_FT_SIZE
 
 #define ORB_DFT_INIT(name, S, kind)                                                                      \
@@ -196,10 +208,11 @@ ORB_FT_C(ippsFFTFwd_CToC_64fc, IppsFFTSpec_C_64fc, kFFT64fc, true)
 ORB_FT_C(ippsFFTInv_CToC_64fc, IppsFFTSpec_C_64fc, kFFT64fc, false)
 #undef ORB_FT_C
 
-#define ORB_FT_SPLIT(name, T, S, kind, forward)                                                                  \
-    extern "C" IppStatus name(const T *pSrcRe, const T *pSrcIm, T *pDstRe, T *pDstIm, const S *pSpec, Ipp8u *) \
-    {                                                                                                            \
-        return orb_kernels::Split<T>(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, SpecKind::kind, forward);           \
+#define ORB_FT_SPLIT(name, T, S, kind, forward)                                                                \
+    extern "C" IppStatus name(const T *pSrcRe, const T *pSrcIm, T *pDstRe, T *pDstIm, const S *pSpec,        \
+                              Ipp8u *pBuffer)                                                                  \
+    {                                                                                                          \
+        return orb_kernels::Split<T>(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, SpecKind::kind, forward, pBuffer); \
     }
 ORB_FT_SPLIT(ippsDFTFwd_CToC_64f, Ipp64f, IppsDFTSpec_C_64f, kDFT64f, true)
 ORB_FT_SPLIT(ippsDFTInv_CToC_64f, Ipp64f, IppsDFTSpec_C_64f, kDFT64f, false)
