@@ -645,6 +645,25 @@ RTableInfo Host::rtableInfo(Value v) const {
     return {r->settings.datatype, r->settings.storage, r->bounds, r->count, r->data};
 }
 
+std::string Host::printFull(Value v) const {
+    impl_->printAll = true;
+    std::string s;
+    try {
+        s = print(v);
+    } catch (...) {
+        impl_->printAll = false;
+        throw;
+    }
+    impl_->printAll = false;
+    return s;
+}
+
+Value Host::element(Value v, int64_t k) {
+    RTableRec *r = impl_->rtable(v);
+    if (!r || k < 0 || k >= r->count) throw std::out_of_range("element: no such element");
+    return impl_->elementToValue(static_cast<const unsigned char *>(r->data) + k * r->elemSize, r->settings.datatype);
+}
+
 std::string Host::print(Value v) const {
     const Impl &I = *impl_;
     uint32_t kind = I.classify(v);
@@ -726,10 +745,14 @@ std::string Host::print(Value v) const {
         for (auto &[lo, hi] : r->bounds) s += ", " + std::to_string(lo) + ".." + std::to_string(hi);
         s += ", [";
         const auto *b = static_cast<const unsigned char *>(r->data);
+        // Long rtables show their first and last five elements and how many
+        // lie between.
+        const bool abridge = !I.printAll && r->count > 12;
         for (int64_t i = 0; i < r->count; ++i) {
-            if (i == 10) {
-                s += ", ...";
-                break;
+            if (abridge && i == 5) {
+                s += ", ... " + std::to_string(r->count - 10) + " more ...";
+                i = r->count - 6;
+                continue;
             }
             s += (i ? ", " : "") + I.elementText(b + i * r->elemSize, r->settings.datatype);
         }

@@ -145,6 +145,11 @@ public:
     // rtable(datatype, bounds, [elements]) with long ones abridged; a word
     // that is no value of this host prints as <0x...>.
     std::string print(Value v) const;
+    // The same with every element of an rtable shown (print abridges long
+    // ones to their first and last five and a count of what is left out).
+    std::string printFull(Value v) const;
+    // Element k (0-based, last index fastest) of an rtable as a host value.
+    Value element(Value rtable, int64_t k);
     // How a value stands in an error message in place of %1 or %2: the
     // printed form, except that a string stands as its bare text.
     std::string messageForm(Value v) const;

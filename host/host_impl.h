@@ -98,6 +98,8 @@ struct Host::Impl {
 
     Value elementToValue(const void *cell, int32_t datatype);
     std::string elementText(const void *cell, int32_t datatype) const;
+    // print shows every element of an rtable while set (printFull).
+    bool printAll = false;
 
     // Records a formatted error; in Jump mode leaves through the innermost
     // protected call and never returns.

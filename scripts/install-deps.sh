@@ -5,7 +5,7 @@ SUDO=
 [ "$(id -u)" = 0 ] || SUDO=sudo
 pkgs="g++ make cmake ninja-build pkg-config binutils ca-certificates git
       libhwy-dev libfftw3-dev libgtest-dev libgmock-dev libbenchmark-dev libedit-dev
-      libopencv-imgproc-dev"
+      libopencv-imgproc-dev libsndfile1-dev gnuplot-nox"
 missing=
 for p in $pkgs; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'ok installed' || missing="$missing $p"

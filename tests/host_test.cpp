@@ -135,8 +135,8 @@ TEST_F(HostTest, BuiltObjectsAndPrintedForms) {
     }
     double d[] = {1.0, 2.5, -3.0}, z[] = {1, -1};
     float f[] = {0.1f, -2.0f};
-    int32_t ints[12];
-    for (int i = 0; i < 12; ++i) ints[i] = i - 2;
+    int32_t ints[13];
+    for (int i = 0; i < 13; ++i) ints[i] = i - 2;
     V pair[] = {h.integer(1), y}, opaque = 0x3ff0000000000000u;
     const struct { V v; const char *text; } forms[] = {
         {h.float64(1.0), "1.0"}, {h.float64(-0.0), "-0.0"}, {h.float64(INFINITY), "inf"},
@@ -152,7 +152,8 @@ TEST_F(HostTest, BuiltObjectsAndPrintedForms) {
         {raw(14, opaque, 0x4000000000000000u), "<0x3ff0000000000000>*<0x4000000000000000>"}, {acc, "x*y + y*x + 6"},
         {h.sum(h.name("a"), 2, h.product(h.name("b"), 1, h.name("c"), -1), -1), "2*a - b*c^(-1)"},
         {h.rtable1(6, 3, d), "rtable(float[8], 1..3, [1.0, 2.5, -3.0])"},
-        {h.rtable1(4, 12, ints), "rtable(integer[4], 1..12, [-2, -1, 0, 1, 2, 3, 4, 5, 6, 7, ...])"},
+        {h.rtable1(4, 12, ints), "rtable(integer[4], 1..12, [-2, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9])"},
+        {h.rtable1(4, 13, ints), "rtable(integer[4], 1..13, [-2, -1, 0, 1, 2, ... 3 more ..., 6, 7, 8, 9, 10])"},
         {h.rtable(2, {{1, 2}, {0, 2}}, "\x01\x02\x03\x04\x05\xff"), "rtable(integer[1], 1..2, 0..2, [1, 2, 3, 4, 5, -1])"},
         {h.rtable1(8, 2, f), "rtable(float[4], 1..2, [0.1, -2.0])"},
         {h.rtable1(7, 1, z), "rtable(complex[8], 1..1, [1.0-1.0i])"},
@@ -160,6 +161,7 @@ TEST_F(HostTest, BuiltObjectsAndPrintedForms) {
         {h.rtable1(1, 1, pair), "rtable(complex(anything), 1..1, [1+y*I])"},
     };
     for (size_t i = 0; i < std::size(forms); ++i) EXPECT_EQ(h.print(forms[i].v), forms[i].text) << "row " << i;
+    EXPECT_EQ(h.printFull(h.rtable1(4, 13, ints)), "rtable(integer[4], 1..13, [-2, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10])");
 }
 
 TEST_F(HostTest, CreateQuerySettingsAndBadAccess) {

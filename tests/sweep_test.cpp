@@ -7,7 +7,6 @@
 // defines and that has no row fails the registry test.
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <climits>
 #include <cstring>
 #include <fstream>
@@ -33,7 +32,7 @@ struct Row {
     ExportFn fn;
     // Blank-separated: f8 f4 c8 i1 i2 i4 i8 make an rtable of that datatype
     // (five elements, or /N of them); a number with a point is a float, any
-    // other number an integer; any other word a name.
+    // other number an integer; "text" (no blanks) a string.
     const char *args;
     // Accepted argument counts as digits; "*" for any count not negative.
     const char *counts;
@@ -113,27 +112,62 @@ const Row kRows[] = {
     // Ordering and search.
 
     // Transforms.
-    {"orbFwdDFT", FN(orbFwdDFT), "c8 c8 fwddivbyn becareful", "2345", "two", "=7"},
-    {"orbInvDFT", FN(orbInvDFT), "c8 c8 sqrtlen", "234", "two", "=7"},
-    {"orbFwdFFT", FN(orbFwdFFT), "c8/8 c8/8 invdivbyn none", "2345", "from two to four", "=7"},
+
+    {"orbFwdDFT", FN(orbFwdDFT), "c8 c8 \"fwddivbyn\" \"becareful\"", "2345", "two", "=7"},
+    {"orbInvDFT", FN(orbInvDFT), "c8 c8 \"sqrtlen\"", "234", "two", "=7"},
+    {"orbFwdFFT", FN(orbFwdFFT), "c8/8 c8/8 \"invdivbyn\" \"none\"", "2345", "from two to four", "=7"},
     {"orbInvFFT", FN(orbInvFFT), "c8/8 c8/8", "234", "from two to four", "=7"},
-    {"orbFwdDFTSplit", FN(orbFwdDFTSplit), "f8 f8 f8 f8 sqrtlen none", "4567", "from four to six", "68"},
+    {"orbFwdDFTSplit", FN(orbFwdDFTSplit), "f8 f8 f8 f8 \"sqrtlen\" \"none\"", "4567", "from four to six", "68"},
     {"orbInvDFTSplit", FN(orbInvDFTSplit), "f4 f4 f4 f4", "456", "from four to six", "68"},
-    {"orbFwdFFTSplit", FN(orbFwdFFTSplit), "f8/8 f8/8 f8/8 f8/8 invdivbyn", "456", "from four to six", "68"},
-    {"orbInvFFTSplit", FN(orbInvFFTSplit), "f4/4 f4/4 f4/4 f4/4 none gofast", "4567", "from four to six", "68"},
-    {"orbFwdDCT", FN(orbFwdDCT), "f8 f8 none", "3", "three", "68"},
-    {"orbInvDCT", FN(orbInvDCT), "f4 f4 becareful", "3", "three", "68"},
-    {"orbHilbert", FN(orbHilbert), "c8 f4 none", "234", "two or three", "=7", -1, "IPP Error: ippStsNoErr: No errors."},
+    {"orbFwdFFTSplit", FN(orbFwdFFTSplit), "f8/8 f8/8 f8/8 f8/8 \"invdivbyn\"", "456", "from four to six", "68"},
+    {"orbInvFFTSplit", FN(orbInvFFTSplit), "f4/4 f4/4 f4/4 f4/4 \"none\" \"gofast\"", "4567", "from four to six", "68"},
+    {"orbFwdDCT", FN(orbFwdDCT), "f8 f8 \"none\"", "3", "three", "68"},
+    {"orbInvDCT", FN(orbInvDCT), "f4 f4 \"becareful\"", "3", "three", "68"},
+    {"orbHilbert", FN(orbHilbert), "c8 f4 \"none\"", "234", "two or three", "=7", -1, "IPP Error: ippStsNoErr: No errors."},
     {"orbGoertz", FN(orbGoertz), "f8 0.25", "2", "two", "678"},
     {"orbFwdHaarWT", FN(orbFwdHaarWT), "f8/4 f8/4 f8/8", "34", "three", "368"},
     {"orbInvHaarWT", FN(orbInvHaarWT), "i2/8 i2/4 i2/4", "34", "three", "368"},
 
     // Convolution and correlation.
 
+    {"orbConv", FN(orbConv), "f8/3 f8", "23", "two", "012345678"},
+    {"orbCorr", FN(orbCorr), "f8/3 f8", "23", "two", "012345678"},
+    {"orbConvolution", FN(orbConvolution), "f8 f8/3 f8/2 \"auto\"", "4", "four", "68"},
+    {"orbBiasedConvolution", FN(orbBiasedConvolution), "f4 f4/3 f4/2 1", "4", "four", "=8"},
+    {"orbAutoCorrelation", FN(orbAutoCorrelation), "i2 i2/4 0", "234", "two", "3678"},
+    {"orbBiasedAutoCorrelation", FN(orbBiasedAutoCorrelation), "i2 i2/4 0", "234", "two", "3678"},
+    {"orbUnbiasedAutoCorrelation", FN(orbUnbiasedAutoCorrelation), "i2 i2/4 0", "234", "two", "3678"},
+    {"orbCrossCorrelation", FN(orbCrossCorrelation), "i2 i2/3 i2/4 -1 0", "456", "four", "3678"},
+
     // Filters.
 
+    {"orbFIR", FN(orbFIR), "f8 f8 f8 f8 5", "5", "five", "=6"},
+    {"orbFIRGenLowPass", FN(orbFIRGenLowPass), "f8 0.2 \"hamming\" \"true\"", "4", "four", "=6"},
+    {"orbFIRGenHighPass", FN(orbFIRGenHighPass), "f8 0.2 \"Blackman\" \"false\"", "4", "four", "=6"},
+    {"orbFIRGenBandPass", FN(orbFIRGenBandPass), "f8 0.1 0.3 \"hann\" \"true\"", "5", "five", "=6"},
+    {"orbFIRGenBandStop", FN(orbFIRGenBandStop), "f8 0.1 0.3 \"bartlett\" \"false\"", "5", "five", "=6"},
+    // The step is read from a seventh position that the count does not admit.
+    {"orbFIRLMS", FN(orbFIRLMS), "f4 f4 f4 f4 f4/10 0 0.01", "6", "six", "=8", 6},
+    {"orbIIR", FN(orbIIR), "f8 f8 2 f8/6 f8/2", "5", "five", "678"},
+    {"orbIIRGenLowPass", FN(orbIIRGenLowPass), "f8/6 0.2 0.5 2 \"butterworth\"", "5", "five", "=6"},
+    {"orbIIRGenHighPass", FN(orbIIRGenHighPass), "f8/7 0.2 0.5 2 \"Chebyshev1\"", "5", "five", "=6"},
+    {"orbFilter", FN(orbFilter), "f8 f8 f8/2 f8/3", "4", "four", "=6"},
+    {"orbMedianFilter", FN(orbMedianFilter), "f8 f8 3", "3", "two or three", "23468"},
     // Signal generation and windows.
 
+    {"orbGenerateTone", FN(orbGenerateTone), "f8 1.0 0.1 0.5", "456", "four", "678"},
+    {"orbGenerateTriangle", FN(orbGenerateTriangle), "f8 1.0 0.1 0.5 0.0", "5", "five", "678"},
+    {"orbGenerateUniform", FN(orbGenerateUniform), "f8 -1.0 1.0 7", "4", "four", "368"},
+    {"orbGenerateGaussian", FN(orbGenerateGaussian), "f8 0.0 1.0 7", "4", "four", "368"},
+    {"orbGenerateJaehne", FN(orbGenerateJaehne), "f8 2.0", "2", "two", "3468"},
+    {"orbGenerateSlope", FN(orbGenerateSlope), "f8 1.0 0.5", "3", "three", "3468"},
+    {"orbBartlett", FN(orbBartlett), "f8 f8", "2", "one or two", "3678"},
+    {"orbHamming", FN(orbHamming), "f8 f8", "2", "one or two", "3678"},
+    {"orbHann", FN(orbHann), "f8 f8", "2", "one or two", "3678"},
+    {"orbBlackmanStd", FN(orbBlackmanStd), "f8 f8", "2", "one or two", "3678"},
+    {"orbBlackmanOpt", FN(orbBlackmanOpt), "f8 f8", "2", "one or two", "3678"},
+    {"orbBlackman", FN(orbBlackman), "f8 f8 0.5", "3", "two or three", "3678"},
+    {"orbKaiser", FN(orbKaiser), "f8 f8 0.5", "3", "two or three", "3678"},
     // Images: borders, wavelets, edges and lines.
 
     {"orbGetIPPVersion", FN(orbGetIPPVersion), "", "*", "", ""},
@@ -189,13 +223,13 @@ std::vector<std::string> tokens(const char *spec)
 
 Value make(Host &h, const std::string &t)
 {
+    if (t.size() >= 2 && t.front() == '"' && t.back() == '"')
+        return h.string(t.substr(1, t.size() - 2));
     int code = codeOf(t);
     if (code >= 0) {
         size_t slash = t.find('/');
         return filled(h, code, slash == std::string::npos ? kLength : std::stoll(t.substr(slash + 1)));
     }
-    if (std::isalpha(static_cast<unsigned char>(t[0])))
-        return h.name(t);  // an option word
     if (t.find('.') != std::string::npos)
         return h.float64(std::stod(t));
     return h.integer(std::stoll(t));

@@ -33,8 +33,13 @@
 // Every dimension runs from 1; elements must fit the datatype.
 #include "shell.h"
 
+#include "builtins.h"
+#include "help_table.h"
+
+#include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -102,7 +107,7 @@ std::vector<Token> lex(const std::string &line)
         if (isDigit(c) || (c == '.' && i + 1 < n && isDigit(line[i + 1]))) {
             size_t start = i;
             while (i < n && isDigit(line[i])) ++i;
-            if (i < n && line[i] == '.') {
+            if (i < n && line[i] == '.' && !(i + 1 < n && line[i + 1] == '.')) {
                 t.isFloat = true;
                 ++i;
                 while (i < n && isDigit(line[i])) ++i;
@@ -121,7 +126,7 @@ std::vector<Token> lex(const std::string &line)
                 t.imaginary = true;
                 ++i;
             }
-            if (i < n && (isIdentChar(line[i]) || line[i] == '.')) {
+            if (i < n && (isIdentChar(line[i]) || (line[i] == '.' && !(i + 1 < n && line[i + 1] == '.')))) {
                 size_t j = i;
                 while (j < n && (isIdentChar(line[j]) || line[j] == '.')) ++j;
                 syntaxError(t.column, "malformed number '" + line.substr(start, j - start) + "'");
@@ -166,6 +171,10 @@ std::vector<Token> lex(const std::string &line)
             }
             if (!closed) syntaxError(t.column, "unterminated string");
             t.type = Token::String;
+        } else if (c == '.' && i + 1 < n && line[i + 1] == '.') {
+            t.type = Token::Punct;
+            t.text = "..";
+            i += 2;
         } else if (std::strchr("()[],=+-", c) && c != '\0') {
             t.type = Token::Punct;
             t.text = std::string(1, c);
@@ -191,16 +200,21 @@ public:
     {
         Statement s;
         if (peek().type == Token::End) return s;
-        if (peek().type == Token::Ident && peek(1).type == Token::End) {
-            const std::string &w = peek().text;
-            if (w == "help") {
-                s.type = Statement::Help;
-                return s;
-            }
-            if (w == "quit" || w == "exit") {
-                s.type = Statement::Quit;
-                return s;
-            }
+        if (peek().type == Token::Ident && peek().text == "help" &&
+            (peek(1).type == Token::End || (peek(1).type == Token::Ident && peek(2).type == Token::End))) {
+            next();
+            s.type = Statement::Help;
+            if (peek().type == Token::Ident) s.name = next().text;
+            return s;
+        }
+        if (peek().type == Token::Ident && peek(1).type == Token::End && (peek().text == "quit" || peek().text == "exit")) {
+            s.type = Statement::Quit;
+            return s;
+        }
+        // Prefixes: time (print the wall time) and try (an error is expected).
+        while (peek().type == Token::Ident && (peek().text == "time" || peek().text == "try") &&
+               peek(1).type != Token::End && !isPunct(peek(1), '=') && !isPunct(peek(1), '(')) {
+            (next().text == "time" ? s.timed : s.tolerated) = true;
         }
         if (peek().type == Token::Ident && isPunct(peek(1), '=')) {
             s.type = Statement::Bind;
@@ -210,6 +224,16 @@ public:
         } else {
             s.type = Statement::Show;
             s.expr = expr();
+            if (isPunct(peek(), '=')) {
+                if (s.expr.type != Node::Index || s.expr.kids[0].type != Node::Ident)
+                    syntaxError(peek().column, "only a name or an element such as x[3] can be assigned to");
+                for (size_t k = 1; k < s.expr.kids.size(); ++k)
+                    if (s.expr.kids[k].type == Node::Range) syntaxError(peek().column, "a range of elements cannot be assigned to");
+                next();
+                s.type = Statement::Store;
+                s.target = std::move(s.expr);
+                s.expr = expr();
+            }
         }
         if (peek().type != Token::End) syntaxError(peek().column, "unexpected " + describe(peek()) + " after the expression");
         return s;
@@ -249,6 +273,32 @@ private:
     {
         if (++depth_ > kMaxDepth) syntaxError(peek().column, "nesting deeper than " + std::to_string(kMaxDepth));
         Node n = primary();
+        // Element access: x[3], x[2, 5], x[3..20].
+        while (isPunct(peek(), '[') && (n.type == Node::Ident || n.type == Node::Call || n.type == Node::Index)) {
+            next();
+            Node ix;
+            ix.type = Node::Index;
+            ix.kids.push_back(std::move(n));
+            for (;;) {
+                Node first = expr();
+                if (isPunct(peek(), '.')) {
+                    next();
+                    Node range;
+                    range.type = Node::Range;
+                    range.kids.push_back(std::move(first));
+                    range.kids.push_back(expr());
+                    first = std::move(range);
+                }
+                ix.kids.push_back(std::move(first));
+                if (isPunct(peek(), ',')) {
+                    next();
+                    continue;
+                }
+                expect(']');
+                break;
+            }
+            n = std::move(ix);
+        }
         --depth_;
         return n;
     }
@@ -519,26 +569,36 @@ bool Shell::runLine(const std::string &line, int lineNumber)
 {
     // The library's errors are shown as the host formatted them; the
     // shell's own name their line in a script.
+    bool tolerated = false;
     auto report = [&](const std::string &message, bool withLine) {
+        if (!tolerated) ++failures_;
         out_ << "Error, ";
         if (lineNumber > 0 && withLine) out_ << "line " << lineNumber << ": ";
         out_ << message << '\n';
     };
     try {
         Statement s = parseLine(line);
+        tolerated = s.tolerated;
+        const auto started = std::chrono::steady_clock::now();
         switch (s.type) {
         case Statement::Empty:
             break;
         case Statement::Help:
-            out_ << helpText();
+            out_ << (s.name.empty() ? helpText() : helpOn(s.name));
             break;
         case Statement::Quit:
             return false;
         case Statement::Bind:
             vars_[s.name] = eval(s.expr);
             break;
+        case Statement::Store:
+            store(s.target, eval(s.expr));
+            break;
         case Statement::Show:
-            if (s.expr.type == Node::Print) {
+            if (s.expr.type == Node::Call && s.expr.text == "full" && !library_.find("full")) {
+                if (s.expr.kids.size() != 1) throw ShellError{"full(x) takes one value"};
+                out_ << host_.printFull(eval(s.expr.kids[0])) << '\n';
+            } else if (s.expr.type == Node::Print) {
                 std::string text;
                 for (size_t i = 0; i < s.expr.kids.size(); ++i) {
                     if (i) text += ' ';
@@ -546,10 +606,15 @@ bool Shell::runLine(const std::string &line, int lineNumber)
                 }
                 out_ << text << '\n';
             } else {
+                quiet_ = false;
                 Value v = eval(s.expr);
-                out_ << host_.print(v) << '\n';
+                if (!quiet_) out_ << host_.print(v) << '\n';
             }
             break;
+        }
+        if (s.timed) {
+            double ns = std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - started).count();
+            out_ << "time: " << durationText(ns) << '\n';
         }
     } catch (const ShellError &e) {
         report(e.message, !e.fromLibrary);
@@ -581,6 +646,8 @@ Value Shell::eval(const Node &n)
     case Node::Call: return callExport(n);
     case Node::RTable: return makeRTable(n);
     case Node::Print: throw ShellError{"print(...) must stand alone on its line"};
+    case Node::Index: return index(n);
+    case Node::Range: throw ShellError{"a range such as 3..20 stands only inside [ ]"};
     }
     throw ShellError{"unknown expression"};
 }
@@ -588,7 +655,17 @@ Value Shell::eval(const Node &n)
 Value Shell::callExport(const Node &n)
 {
     const Entry *e = library_.find(n.text);
-    if (!e) throw ShellError{"unknown function " + n.text + " (help lists what can be called)"};
+    if (const Builtin *b = e ? nullptr : findBuiltin(n.text)) {
+        std::vector<Value> args;
+        for (const Node &k : n.kids) args.push_back(eval(k));
+        return b->run(host_, args, out_, quiet_);
+    }
+    if (!e && n.text == "full") throw ShellError{"full(...) must stand alone on its line"};
+    if (!e) {
+        std::string near = suggest(n.text);
+        throw ShellError{"unknown function " + n.text +
+                         (near.empty() ? " (help lists what can be called)" : " (did you mean " + near + "?)")};
+    }
     if (e->kind == EntryKind::Accessor)
         throw ShellError{n.text + " is an accessor, taking (callback table, host value); the shell calls only exports"};
     if (e->kind == EntryKind::Helper)
@@ -692,6 +769,169 @@ Value Shell::makeRTable(const Node &n)
     return host_.rtable(code, bounds, data.empty() ? nullptr : data.data());
 }
 
+namespace {
+
+std::string lower(std::string s)
+{
+    for (char &c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return s;
+}
+
+// Edit distance (insertions, deletions, substitutions, swaps of neighbours).
+size_t distance(const std::string &a, const std::string &b)
+{
+    std::vector<std::vector<size_t>> d(a.size() + 1, std::vector<size_t>(b.size() + 1));
+    for (size_t i = 0; i <= a.size(); ++i) d[i][0] = i;
+    for (size_t j = 0; j <= b.size(); ++j) d[0][j] = j;
+    for (size_t i = 1; i <= a.size(); ++i)
+        for (size_t j = 1; j <= b.size(); ++j) {
+            d[i][j] = std::min({d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + (a[i - 1] != b[j - 1])});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
+        }
+    return d[a.size()][b.size()];
+}
+
+// An index value: an integer, else an error naming what was given.
+int64_t indexValue(Host &host, Value v)
+{
+    if (!host.isInteger(v)) throw ShellError{"an index must be an integer, not " + host.print(v)};
+    return host.toInteger(v);
+}
+
+}  // namespace
+
+std::string durationText(double ns)
+{
+    char buf[48];
+    if (ns < 1e3) std::snprintf(buf, sizeof buf, "%.0f ns", ns);
+    else if (ns < 1e6) std::snprintf(buf, sizeof buf, "%.4g us", ns / 1e3);
+    else if (ns < 1e9) std::snprintf(buf, sizeof buf, "%.4g ms", ns / 1e6);
+    else std::snprintf(buf, sizeof buf, "%.4g s", ns / 1e9);
+    return buf;
+}
+
+// x[i], x[i, j, ...] (one index per dimension, within the bounds) and
+// x[a..b] of a one-dimensional rtable or a list (a new rtable or list).
+Value Shell::index(const Node &n)
+{
+    Value base = eval(n.kids[0]);
+    const size_t given = n.kids.size() - 1;
+    if (Host::kindOf(base) == orbhost::kList) {
+        std::vector<Value> items = host_.elements(base);
+        if (given != 1) throw ShellError{"a list takes one index"};
+        const Node &k = n.kids[1];
+        int64_t lo = indexValue(host_, eval(k.type == Node::Range ? k.kids[0] : k));
+        int64_t hi = k.type == Node::Range ? indexValue(host_, eval(k.kids[1])) : lo;
+        const int64_t size = int64_t(items.size());
+        for (int64_t x : {lo, hi})
+            if (x < 1 || x > size)
+                throw ShellError{"index " + std::to_string(x) + " is outside the list's 1.." + std::to_string(size)};
+        if (k.type != Node::Range) return items[size_t(lo - 1)];
+        std::vector<Value> part;
+        for (int64_t i = lo; i <= hi; ++i) part.push_back(items[size_t(i - 1)]);
+        return host_.list(part);
+    }
+    if (!host_.isRTable(base)) throw ShellError{host_.print(base) + " has no elements to index"};
+    orbhost::RTableInfo info = host_.rtableInfo(base);
+    const size_t dims = info.bounds.size();
+    if (given != dims)
+        throw ShellError{"the rtable has " + std::to_string(dims) + (dims == 1 ? " dimension" : " dimensions") + ", but " +
+                         std::to_string(given) + (given == 1 ? " index was" : " indices were") + " given"};
+    auto checked = [&](int64_t x, size_t d) {
+        auto [lo, hi] = info.bounds[d];
+        if (x < lo || x > hi)
+            throw ShellError{"index " + std::to_string(x) + " is outside " + std::to_string(lo) + ".." + std::to_string(hi)};
+        return x - lo;
+    };
+    if (n.kids[1].type == Node::Range) {
+        if (dims != 1) throw ShellError{"ranges index one-dimensional rtables only"};
+        int64_t lo = checked(indexValue(host_, eval(n.kids[1].kids[0])), 0);
+        int64_t hi = checked(indexValue(host_, eval(n.kids[1].kids[1])), 0);
+        if (hi < lo) throw ShellError{"a range runs from its first index up to its last"};
+        const size_t size = elementSize(info.datatype);
+        const auto *b = static_cast<const unsigned char *>(info.data) + size_t(lo) * size;
+        std::vector<unsigned char> bytes(b, b + size_t(hi - lo + 1) * size);
+        return host_.rtable(info.datatype, {{1, hi - lo + 1}}, bytes.data());
+    }
+    int64_t flat = 0;
+    for (size_t d = 0; d < dims; ++d) {
+        if (n.kids[d + 1].type == Node::Range) throw ShellError{"ranges index one-dimensional rtables only"};
+        auto [lo, hi] = info.bounds[d];
+        flat = flat * (hi - lo + 1) + checked(indexValue(host_, eval(n.kids[d + 1])), d);
+    }
+    return host_.element(base, flat);
+}
+
+// x[i] = v: one element of a bound rtable, checked as rtable(...) checks it.
+void Shell::store(const Node &target, Value v)
+{
+    auto it = vars_.find(target.kids[0].text);
+    if (it == vars_.end() || !host_.isRTable(it->second))
+        throw ShellError{target.kids[0].text + " is not a bound rtable, so its elements cannot be set"};
+    orbhost::RTableInfo info = host_.rtableInfo(it->second);
+    const size_t given = target.kids.size() - 1, dims = info.bounds.size();
+    if (given != dims)
+        throw ShellError{"the rtable has " + std::to_string(dims) + (dims == 1 ? " dimension" : " dimensions") + ", but " +
+                         std::to_string(given) + (given == 1 ? " index was" : " indices were") + " given"};
+    std::vector<int64_t> at;
+    int64_t flat = 0;
+    for (size_t d = 0; d < dims; ++d) {
+        int64_t x = indexValue(host_, eval(target.kids[d + 1]));
+        auto [lo, hi] = info.bounds[d];
+        if (x < lo || x > hi)
+            throw ShellError{"index " + std::to_string(x) + " is outside " + std::to_string(lo) + ".." + std::to_string(hi)};
+        at.push_back(x);
+        flat = flat * (hi - lo + 1) + (x - lo);
+    }
+    const size_t size = elementSize(info.datatype);
+    if (size == 0) throw ShellError{"the shell cannot set elements of this datatype"};
+    storeElement(host_, info.datatype, v, static_cast<unsigned char *>(info.data) + size_t(flat) * size, at);
+}
+
+std::vector<std::string> Shell::words() const
+{
+    std::vector<std::string> w = {"help", "quit", "exit", "time", "try", "print", "full", "rtable",
+                                  "true", "false", "inf", "nan"};
+    for (const Builtin &b : builtins()) w.push_back(b.name);
+    for (const auto &[name, value] : vars_) w.push_back(name);
+    for (const Entry &e : library_.entries())
+        if (e.kind == EntryKind::Export && e.symbol) w.push_back(e.name);
+    std::sort(w.begin(), w.end());
+    w.erase(std::unique(w.begin(), w.end()), w.end());
+    return w;
+}
+
+// The closest known word to a misspelt name, or nothing when none is close.
+std::string Shell::suggest(const std::string &name) const
+{
+    std::string best;
+    size_t bestDistance = std::max<size_t>(2, name.size() / 4) + 1;
+    for (const std::string &w : words()) {
+        size_t d = distance(lower(name), lower(w));
+        if (d < bestDistance) {
+            bestDistance = d;
+            best = w;
+        }
+    }
+    return best;
+}
+
+std::string Shell::helpOn(const std::string &name) const
+{
+    const Entry *e = library_.find(name);
+    if (const Builtin *b = e ? nullptr : findBuiltin(name)) return std::string(b->usage) + "\n";
+    if (!e) {
+        std::string near = suggest(name);
+        return "No export or statement is called " + name + (near.empty() ? "" : "; did you mean " + near + "?") + "\n";
+    }
+    std::string kind = e->kind == EntryKind::Export ? "an export" : e->kind == EntryKind::Accessor ? "an accessor" : "a helper";
+    std::string text = name + " is " + kind + (e->symbol ? "" : ", not implemented yet") + ".\n";
+    if (const ExportHelp *h = e->kind == EntryKind::Export ? findExportHelp(name) : nullptr)
+        text += std::string("  ") + h->what + "\n  Family:     " + h->family + "\n  Arguments:  " + h->counts +
+                "\n  Argument 1: " + h->datatypes + "\n  Example:    " + h->example + "\n";
+    return text;
+}
+
 std::string Shell::helpText() const
 {
     std::ostringstream s;
@@ -699,7 +939,11 @@ std::string Shell::helpText() const
          "  x = EXPR            bind x (prints nothing)\n"
          "  EXPR                print the value\n"
          "  print(EXPR, ...)    print values side by side, strings as bare text\n"
-         "  help                this text\n"
+         "  x[i] = EXPR         set one element of the rtable x\n"
+         "  time STATEMENT      run it and print its wall time\n"
+         "  try STATEMENT       run it; an error is shown but not counted as a failure\n"
+         "  help, help NAME     this text, or what NAME is\n"
+         "  full(EXPR)          print the value with every element of an rtable\n"
          "  quit, exit          leave\n"
          "Expressions:\n"
          "  42  -7              integers (64-bit)\n"
@@ -709,6 +953,10 @@ std::string Shell::helpText() const
          "  [a, b, c]           lists\n"
          "  x                   a bound variable, else the name x (true, false are names)\n"
          "  f(a, b)             call the library export f\n"
+         "  x[12]  x[2, 3]      an element (from the rtable's bounds); x[3..20] a part\n"
+         "The shell's own functions (help NAME for each):\n"
+         "  length(x)  readaudio(\"f.wav\")  writeaudio(\"f.wav\", x, rate)  readtext(\"f.csv\")\n"
+         "  writetext(\"f.csv\", x)  plot(y)  plot(x, y)  plot(y, \"f.png\")\n"
          "  rtable(float[8], [1, 2, 3])      rtable from a (nested) list\n"
          "  rtable(complex[8], 4)            zero-filled; rtable(float[4], 2, 3) is 2 x 3\n"
          "Datatypes: integer[1], integer[2], integer[4], integer[8], float[4], float[8],\n"
@@ -727,16 +975,33 @@ std::string Shell::helpText() const
         else
             ++missing;
     }
-    s << "\nExports of " << library_.path() << " (" << have.size() << "):\n";
+    // Grouped under the families of the help table, in its order; exports
+    // the table lacks go under Other.
+    std::vector<std::pair<std::string, std::vector<std::string>>> groups;
+    auto groupOf = [&](const std::string &family) -> std::vector<std::string> & {
+        for (auto &g : groups)
+            if (g.first == family) return g.second;
+        return groups.emplace_back(family, std::vector<std::string>{}).second;
+    };
+    for (const ExportHelp &h : exportHelp()) groupOf(h.family);
+    for (const std::string &name : have) {
+        const ExportHelp *h = findExportHelp(name);
+        groupOf(h ? h->family : "Other").push_back(name);
+    }
+    s << "\nExports of " << library_.path() << " (" << have.size() << "), by family (help NAME for each):\n";
     size_t width = 0;
     for (const std::string &h : have) width = std::max(width, h.size());
     const size_t perLine = std::max<size_t>(1, 78 / (width + 2));
-    for (size_t i = 0; i < have.size(); ++i) {
-        s << "  " << have[i];
-        if ((i + 1) % perLine == 0 || i + 1 == have.size())
-            s << '\n';
-        else
-            s << std::string(width - have[i].size(), ' ');
+    for (const auto &[family, names] : groups) {
+        if (names.empty()) continue;
+        s << family << ":\n";
+        for (size_t i = 0; i < names.size(); ++i) {
+            s << (i % perLine ? "  " : "    ") << names[i];
+            if ((i + 1) % perLine == 0 || i + 1 == names.size())
+                s << '\n';
+            else
+                s << std::string(width - names[i].size(), ' ');
+        }
     }
     s << missing << " more export" << (missing == 1 ? " is" : "s are") << " still to come.\n";
     return s.str();

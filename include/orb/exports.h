@@ -112,9 +112,44 @@ ORB_API HostValue orbInvHaarWT(HostCallbacks cb, ArgSeq args);
 
 /* Convolution and correlation. */
 
+ORB_API HostValue orbConv(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbCorr(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbConvolution(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBiasedConvolution(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbAutoCorrelation(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBiasedAutoCorrelation(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbUnbiasedAutoCorrelation(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbCrossCorrelation(HostCallbacks cb, ArgSeq args);
+
 /* Filters. */
 
+ORB_API HostValue orbFIR(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenLowPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenHighPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenBandPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRGenBandStop(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFIRLMS(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIIR(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIIRGenLowPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIIRGenHighPass(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFilter(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbMedianFilter(HostCallbacks cb, ArgSeq args);
+
 /* Signal generation and windows. */
+
+ORB_API HostValue orbGenerateTone(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateTriangle(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateUniform(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateGaussian(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateJaehne(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGenerateSlope(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBartlett(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbHamming(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbHann(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBlackmanStd(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBlackmanOpt(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbBlackman(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbKaiser(HostCallbacks cb, ArgSeq args);
 
 /* Images: borders, wavelets, edges and lines. */
 

@@ -365,9 +365,166 @@ IPPAPI(IppStatus, ippsWTHaarInv_16s_Sfs,
 
 /* Convolution and correlation. */
 
+/* Full linear convolution: pDst[n] = sum over i of pSrc1[i] * pSrc2[n - i],
+ * n = 0 .. src1Len + src2Len - 2. algType picks direct summation, a
+ * transform, or (ippAlgAuto) whichever is faster at these lengths; pBuffer
+ * holds ippsConvolveGetBufferSize bytes for the same lengths, type and
+ * algorithm. */
+IPPAPI(IppStatus, ippsConvolveGetBufferSize,
+       (int src1Len, int src2Len, IppDataType dataType, IppEnum algType, int *pBufferSize))
+IPPAPI(IppStatus, ippsConvolve_32f, (const Ipp32f *pSrc1, int src1Len, const Ipp32f *pSrc2, int src2Len,
+                                     Ipp32f *pDst, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsConvolve_64f, (const Ipp64f *pSrc1, int src1Len, const Ipp64f *pSrc2, int src2Len,
+                                     Ipp64f *pDst, IppEnum algType, Ipp8u *pBuffer))
+/* dstLen elements of the full convolution from element bias on; elements
+ * past its end are 0. */
+IPPAPI(IppStatus, ippsConvBiased_32f, (const Ipp32f *pSrc1, int src1Len, const Ipp32f *pSrc2, int src2Len,
+                                       Ipp32f *pDst, int dstLen, int bias))
+/* Auto-correlation at lags 0 .. dstLen - 1:
+ * pDst[n] = sum over i of conj(pSrc[i]) * pSrc[i + n] (0 past the source's
+ * end), divided by srcLen (ippsNormB) or by the number of products srcLen - n
+ * (ippsNormU); algType or-s an IppAlgType with an IppsNormOp. */
+IPPAPI(IppStatus, ippsAutoCorrNormGetBufferSize,
+       (int srcLen, int dstLen, IppDataType dataType, IppEnum algType, int *pBufferSize))
+IPPAPI(IppStatus, ippsAutoCorrNorm_32f,
+       (const Ipp32f *pSrc, int srcLen, Ipp32f *pDst, int dstLen, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsAutoCorrNorm_64f,
+       (const Ipp64f *pSrc, int srcLen, Ipp64f *pDst, int dstLen, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsAutoCorrNorm_64fc,
+       (const Ipp64fc *pSrc, int srcLen, Ipp64fc *pDst, int dstLen, IppEnum algType, Ipp8u *pBuffer))
+/* Cross-correlation at lags lowLag .. lowLag + dstLen - 1:
+ * pDst[k] = sum over i of conj(pSrc1[i]) * pSrc2[i + lowLag + k] (terms
+ * outside either source are 0), divided by max(src1Len, src2Len)
+ * (ippsNormB) or by the number of products at that lag (ippsNormU). */
+IPPAPI(IppStatus, ippsCrossCorrNormGetBufferSize,
+       (int src1Len, int src2Len, int dstLen, int lowLag, IppDataType dataType, IppEnum algType,
+        int *pBufferSize))
+IPPAPI(IppStatus, ippsCrossCorrNorm_32f, (const Ipp32f *pSrc1, int src1Len, const Ipp32f *pSrc2, int src2Len,
+                                          Ipp32f *pDst, int dstLen, int lowLag, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsCrossCorrNorm_64f, (const Ipp64f *pSrc1, int src1Len, const Ipp64f *pSrc2, int src2Len,
+                                          Ipp64f *pDst, int dstLen, int lowLag, IppEnum algType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsCrossCorrNorm_64fc, (const Ipp64fc *pSrc1, int src1Len, const Ipp64fc *pSrc2, int src2Len,
+                                           Ipp64fc *pDst, int dstLen, int lowLag, IppEnum algType,
+                                           Ipp8u *pBuffer))
+
 /* Filters. */
 
+/* Single-rate FIR: pDst[n] = sum over k < tapsLen of pTaps[k] * x[n - k],
+ * where x[-j] (1 <= j < tapsLen) is pDlySrc[tapsLen - 1 - j] (zeros when
+ * pDlySrc is null); pDlyDst, when given, receives the last tapsLen - 1
+ * source samples. Sizes in bytes. */
+IPPAPI(IppStatus, ippsFIRSRGetSize, (int tapsLen, IppDataType tapsType, int *pSpecSize, int *pBufSize))
+IPPAPI(IppStatus, ippsFIRSRInit_64f, (const Ipp64f *pTaps, int tapsLen, IppAlgType algType, IppsFIRSpec_64f *pSpec))
+IPPAPI(IppStatus, ippsFIRSR_64f,
+       (const Ipp64f *pSrc, Ipp64f *pDst, int numIters, IppsFIRSpec_64f *pSpec, const Ipp64f *pDlySrc,
+        Ipp64f *pDlyDst, Ipp8u *pBuf))
+
+/* Window-method FIR design; frequencies are fractions of the sampling rate
+ * in (0, 0.5). */
+IPPAPI(IppStatus, ippsFIRGenGetBufferSize, (int tapsLen, int *pBufferSize))
+IPPAPI(IppStatus, ippsFIRGenLowpass_64f,
+       (Ipp64f rFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRGenHighpass_64f,
+       (Ipp64f rFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRGenBandpass_64f,
+       (Ipp64f rLowFreq, Ipp64f rHighFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal,
+        Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRGenBandstop_64f,
+       (Ipp64f rLowFreq, Ipp64f rHighFreq, Ipp64f *pTaps, int tapsLen, IppWinType winType, IppBool doNormal,
+        Ipp8u *pBuffer))
+
+/* Adaptive least-mean-squares FIR; the delay line holds 2 * tapsLen values. */
+IPPAPI(IppStatus, ippsFIRLMSGetStateSize_32f, (int tapsLen, int dlyIndex, int *pBufferSize))
+IPPAPI(IppStatus, ippsFIRLMSInit_32f,
+       (IppsFIRLMSState_32f * *ppState, const Ipp32f *pTaps, int tapsLen, const Ipp32f *pDlyLine, int dlyIndex,
+        Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsFIRLMS_32f,
+       (const Ipp32f *pSrc, const Ipp32f *pRef, Ipp32f *pDst, int len, float mu, IppsFIRLMSState_32f *pState))
+
+/* Arbitrary-order IIR: taps b0..bN then a0..aN (all divided by a0), a delay
+ * line of N values (the transposed direct form's state). */
+IPPAPI(IppStatus, ippsIIRGetStateSize_32f, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRGetStateSize_64f, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRGetStateSize_64fc, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRInit_32f,
+       (IppsIIRState_32f * *ppState, const Ipp32f *pTaps, int order, const Ipp32f *pDlyLine, Ipp8u *pBuf))
+IPPAPI(IppStatus, ippsIIRInit_64f,
+       (IppsIIRState_64f * *ppState, const Ipp64f *pTaps, int order, const Ipp64f *pDlyLine, Ipp8u *pBuf))
+IPPAPI(IppStatus, ippsIIRInit_64fc,
+       (IppsIIRState_64fc * *ppState, const Ipp64fc *pTaps, int order, const Ipp64fc *pDlyLine, Ipp8u *pBuf))
+IPPAPI(IppStatus, ippsIIR_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len, IppsIIRState_32f *pState))
+IPPAPI(IppStatus, ippsIIR_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len, IppsIIRState_64f *pState))
+IPPAPI(IppStatus, ippsIIR_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len, IppsIIRState_64fc *pState))
+
+/* Butterworth and Chebyshev type I design by the bilinear transform; order
+ * 1 to 12, 2 * order + 2 taps written. */
+IPPAPI(IppStatus, ippsIIRGenGetBufferSize, (int order, int *pBufferSize))
+IPPAPI(IppStatus, ippsIIRGenLowpass_64f,
+       (Ipp64f rFreq, Ipp64f rpl, int order, Ipp64f *pTaps, IppsIIRFilterType filterType, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsIIRGenHighpass_64f,
+       (Ipp64f rFreq, Ipp64f rpl, int order, Ipp64f *pTaps, IppsIIRFilterType filterType, Ipp8u *pBuffer))
+
+/* Sliding median over the maskSize samples ending at each one (an even mask
+ * is reduced by one, with a warning); the samples before the first are
+ * pDlySrc's maskSize - 1 values, or copies of pSrc[0] when it is null. */
+IPPAPI(IppStatus, ippsFilterMedianGetBufferSize, (int maskSize, IppDataType dataType, int *pBufferSize))
+#define ORB_DECLARE_MEDIAN(name, T)                                                                   \
+    IPPAPI(IppStatus, name,                                                                            \
+           (const T *pSrc, T *pDst, int len, int maskSize, const T *pDlySrc, T *pDlyDst, Ipp8u *pBuffer))
+ORB_DECLARE_MEDIAN(ippsFilterMedian_8u, Ipp8u)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_16s, Ipp16s)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_32s, Ipp32s)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_32f, Ipp32f)
+ORB_DECLARE_MEDIAN(ippsFilterMedian_64f, Ipp64f)
+#undef ORB_DECLARE_MEDIAN
+
 /* Signal generation and windows. */
+
+IPPAPI(IppStatus, ippsRandUniformGetSize_16s, (int *pRandUniStateSize))
+IPPAPI(IppStatus, ippsRandUniformGetSize_32f, (int *pRandUniStateSize))
+IPPAPI(IppStatus, ippsRandUniformGetSize_64f, (int *pRandUniStateSize))
+IPPAPI(IppStatus, ippsRandUniformInit_16s, (IppsRandUniState_16s * pRandUniState, Ipp16s low, Ipp16s high, unsigned int seed))
+IPPAPI(IppStatus, ippsRandUniformInit_32f, (IppsRandUniState_32f * pRandUniState, Ipp32f low, Ipp32f high, unsigned int seed))
+IPPAPI(IppStatus, ippsRandUniformInit_64f, (IppsRandUniState_64f * pRandUniState, Ipp64f low, Ipp64f high, unsigned int seed))
+IPPAPI(IppStatus, ippsRandUniform_16s, (Ipp16s * pDst, int len, IppsRandUniState_16s *pRandUniState))
+IPPAPI(IppStatus, ippsRandUniform_32f, (Ipp32f * pDst, int len, IppsRandUniState_32f *pRandUniState))
+IPPAPI(IppStatus, ippsRandUniform_64f, (Ipp64f * pDst, int len, IppsRandUniState_64f *pRandUniState))
+IPPAPI(IppStatus, ippsRandGaussGetSize_16s, (int *pRandGaussStateSize))
+IPPAPI(IppStatus, ippsRandGaussGetSize_32f, (int *pRandGaussStateSize))
+IPPAPI(IppStatus, ippsRandGaussGetSize_64f, (int *pRandGaussStateSize))
+IPPAPI(IppStatus, ippsRandGaussInit_16s, (IppsRandGaussState_16s * pRandGaussState, Ipp16s mean, Ipp16s stdDev, unsigned int seed))
+IPPAPI(IppStatus, ippsRandGaussInit_32f, (IppsRandGaussState_32f * pRandGaussState, Ipp32f mean, Ipp32f stdDev, unsigned int seed))
+IPPAPI(IppStatus, ippsRandGaussInit_64f, (IppsRandGaussState_64f * pRandGaussState, Ipp64f mean, Ipp64f stdDev, unsigned int seed))
+IPPAPI(IppStatus, ippsRandGauss_16s, (Ipp16s * pDst, int len, IppsRandGaussState_16s *pRandGaussState))
+IPPAPI(IppStatus, ippsRandGauss_32f, (Ipp32f * pDst, int len, IppsRandGaussState_32f *pRandGaussState))
+IPPAPI(IppStatus, ippsRandGauss_64f, (Ipp64f * pDst, int len, IppsRandGaussState_64f *pRandGaussState))
+IPPAPI(IppStatus, ippsVectorJaehne_16s, (Ipp16s * pDst, int len, Ipp16s magn))
+IPPAPI(IppStatus, ippsVectorJaehne_32s, (Ipp32s * pDst, int len, Ipp32s magn))
+IPPAPI(IppStatus, ippsVectorJaehne_32f, (Ipp32f * pDst, int len, Ipp32f magn))
+IPPAPI(IppStatus, ippsVectorJaehne_64f, (Ipp64f * pDst, int len, Ipp64f magn))
+IPPAPI(IppStatus, ippsVectorSlope_16s, (Ipp16s * pDst, int len, Ipp32f offset, Ipp32f slope))
+IPPAPI(IppStatus, ippsVectorSlope_32s, (Ipp32s * pDst, int len, Ipp64f offset, Ipp64f slope))
+IPPAPI(IppStatus, ippsVectorSlope_32f, (Ipp32f * pDst, int len, Ipp32f offset, Ipp32f slope))
+IPPAPI(IppStatus, ippsVectorSlope_64f, (Ipp64f * pDst, int len, Ipp64f offset, Ipp64f slope))
+#define ORB_DECLARE_WIN(name)                                                        \
+    IPPAPI(IppStatus, ipps##name##_16s, (const Ipp16s *pSrc, Ipp16s *pDst, int len)) \
+    IPPAPI(IppStatus, ipps##name##_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len)) \
+    IPPAPI(IppStatus, ipps##name##_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len)) \
+    IPPAPI(IppStatus, ipps##name##_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len))
+ORB_DECLARE_WIN(WinBartlett)
+ORB_DECLARE_WIN(WinHamming)
+ORB_DECLARE_WIN(WinHann)
+ORB_DECLARE_WIN(WinBlackmanStd)
+ORB_DECLARE_WIN(WinBlackmanOpt)
+#undef ORB_DECLARE_WIN
+#define ORB_DECLARE_WIN_A(name)                                                                        \
+    IPPAPI(IppStatus, ipps##name##_16s, (const Ipp16s *pSrc, Ipp16s *pDst, int len, Ipp32f alpha))     \
+    IPPAPI(IppStatus, ipps##name##_32f, (const Ipp32f *pSrc, Ipp32f *pDst, int len, Ipp32f alpha))     \
+    IPPAPI(IppStatus, ipps##name##_64f, (const Ipp64f *pSrc, Ipp64f *pDst, int len, Ipp64f alpha))     \
+    IPPAPI(IppStatus, ipps##name##_64fc, (const Ipp64fc *pSrc, Ipp64fc *pDst, int len, Ipp64f alpha))
+ORB_DECLARE_WIN_A(WinBlackman)
+ORB_DECLARE_WIN_A(WinKaiser)
+#undef ORB_DECLARE_WIN_A
 
 #ifdef __cplusplus
 }

@@ -69,6 +69,7 @@ typedef enum {
 
 /* Algorithm choice and result normalisation of convolution and correlation;
  * the two are or-ed into one argument. */
+typedef int IppEnum;
 typedef enum { ippAlgAuto = 0x00000000, ippAlgDirect = 0x00000001, ippAlgFFT = 0x00000002, ippAlgMask = 0x000000FF } IppAlgType;
 typedef enum { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x00000200, ippsNormMask = 0x0000FF00 } IppsNormOp;
 
@@ -80,6 +81,7 @@ typedef enum { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x
 
 typedef enum { ippWinBartlett = 0, ippWinBlackman = 1, ippWinHamming = 2, ippWinHann = 3, ippWinRect = 4 } IppWinType;
 typedef enum { ippButterworth = 0, ippChebyshev1 = 1 } IppsIIRFilterType;
+typedef enum { ippFalse = 0, ippTrue = 1 } IppBool;
 typedef enum { ippZCR = 0, ippZCXor = 1, ippZCC = 2 } IppsZCType;
 
 /* Image-side options: differential kernels, mask sizes, norms, borders. */
@@ -127,6 +129,7 @@ typedef struct IppsFIRLMSState_32f IppsFIRLMSState_32f;
 typedef struct IppsFIRLMSState_64f IppsFIRLMSState_64f;
 typedef struct IppsIIRState_32f IppsIIRState_32f;
 typedef struct IppsIIRState_64f IppsIIRState_64f;
+typedef struct IppsIIRState_64fc IppsIIRState_64fc;
 typedef struct IppsRandUniState_16s IppsRandUniState_16s;
 typedef struct IppsRandUniState_32f IppsRandUniState_32f;
 typedef struct IppsRandUniState_64f IppsRandUniState_64f;
