@@ -25,12 +25,18 @@ struct Key {
     bool operator==(const Key &o) const { return std::memcmp(this, &o, sizeof o) == 0; }
 };
 
+static_assert(sizeof(Key) % 8 == 0, "keys are hashed a word at a time");
+
 struct KeyHash {
     size_t operator()(const Key &k) const
     {
         uint64_t h = 1469598103934665603ull;
-        const unsigned char *p = reinterpret_cast<const unsigned char *>(&k);
-        for (size_t i = 0; i < sizeof k; ++i) h = (h ^ p[i]) * 1099511628211ull;
+        for (size_t i = 0; i < sizeof k; i += 8) {
+            uint64_t w;
+            std::memcpy(&w, reinterpret_cast<const unsigned char *>(&k) + i, 8);
+            h = (h ^ w) * 1099511628211ull;
+            h ^= h >> 29;
+        }
         return size_t(h);
     }
 };
