@@ -1,5 +1,6 @@
 // The plan cache: plans are shared for equal keys, told apart by alignment,
-// bounded while idle, never destroyed while lent, and safe for two callers.
+// bounded while idle, replanned when popular, never destroyed while lent, and
+// safe for two callers.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -45,6 +46,31 @@ TEST(PlanCache, EvictsOnlyIdlePlans)
     EXPECT_DOUBLE_EQ(out[0], 10.0);                            // REDFT10 of ones: 2n at k = 0
     ReleasePlan(held);
     orb_kernels::PlanCacheCapacity() = saved;
+}
+
+TEST(PlanCache, PopularPlansAreReplannedWhileLentOnesStay)
+{
+    const int n = 256;  // quick to measure, also on a busy machine
+    fftw_complex *in = fftw_alloc_complex(n), *out = fftw_alloc_complex(n), *again = fftw_alloc_complex(n);
+    for (int i = 0; i < n; ++i) in[i][0] = std::cos(i * 0.1), in[i][1] = std::sin(i * 0.3);
+    auto held = AcquirePlan(PlanKind::kC2CForward, PlanPrecision::kDouble, n, in, out);
+    // Enough use to qualify: a few thousand transforms of this size.
+    void *latest = held.plan;
+    for (int i = 0; i < 100000 && latest == held.plan; ++i) {
+        auto l = AcquirePlan(PlanKind::kC2CForward, PlanPrecision::kDouble, n, in, out);
+        latest = l.plan;
+        ReleasePlan(l);
+    }
+    auto now = AcquirePlan(PlanKind::kC2CForward, PlanPrecision::kDouble, n, in, out);
+    EXPECT_NE(now.plan, held.plan);
+    fftw_execute_dft(AsPlan64(held), in, out);  // the replaced plan still runs
+    fftw_execute_dft(AsPlan64(now), in, again);
+    for (int i = 0; i < n; ++i) EXPECT_NEAR(out[i][0], again[i][0], 1e-9) << i;
+    ReleasePlan(held);
+    ReleasePlan(now);
+    fftw_free(in);
+    fftw_free(out);
+    fftw_free(again);
 }
 
 TEST(PlanCache, TwoCallersAtOnce)

@@ -126,6 +126,21 @@ ORB_API HostValue orbFindNearest(HostCallbacks cb, ArgSeq args);
 
 /* Transforms. */
 
+ORB_API HostValue orbFwdDFT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvDFT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFwdFFT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvFFT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFwdDFTSplit(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvDFTSplit(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFwdFFTSplit(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvFFTSplit(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFwdDCT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvDCT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbHilbert(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbGoertz(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbFwdHaarWT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvHaarWT(HostCallbacks cb, ArgSeq args);
+
 /* Convolution and correlation. */
 
 ORB_API HostValue orbConv(HostCallbacks cb, ArgSeq args);

@@ -387,6 +387,98 @@ IPPAPI(IppStatus, ippsFindNearest_16u, (const Ipp16u *pVals, Ipp16u *pOutVals, i
 
 /* Transforms. */
 
+/* Fourier transforms by length (DFT) or by order, 2^order points (FFT), on
+ * interleaved complex data (64fc) or on parts held in two real arrays (32f,
+ * 64f). flag is one of the IPP_FFT_* normalisations: the forward transform
+ * is y[k] = s * sum x[n] exp(-2 pi i nk/N), the inverse the same with
+ * exp(+2 pi i nk/N); s is 1, 1/N or 1/sqrt(N) as the flag says for that
+ * direction. hint is accepted and ignored. The initialisation buffers and
+ * the interleaved forms' work buffers have size 0 (null is passed); a null
+ * work buffer of a split form makes it take the memory itself. Source and
+ * destination may be the same arrays. */
+#define ORB_DECLARE_FT_SIZE(name, N) \
+    IPPAPI(IppStatus, name, (int N, int flag, IppHintAlgorithm hint, int *pSpecSize, int *pSpecBufferSize, int *pBufferSize))
+ORB_DECLARE_FT_SIZE(ippsDFTGetSize_C_64fc, length)
+ORB_DECLARE_FT_SIZE(ippsDFTGetSize_C_64f, length)
+ORB_DECLARE_FT_SIZE(ippsDFTGetSize_C_32f, length)
+ORB_DECLARE_FT_SIZE(ippsFFTGetSize_C_64fc, order)
+ORB_DECLARE_FT_SIZE(ippsFFTGetSize_C_64f, order)
+ORB_DECLARE_FT_SIZE(ippsFFTGetSize_C_32f, order)
+#undef ORB_DECLARE_FT_SIZE
+#define ORB_DECLARE_DFT_INIT(name, S) \
+    IPPAPI(IppStatus, name, (int length, int flag, IppHintAlgorithm hint, S *pDFTSpec, Ipp8u *pMemInit))
+ORB_DECLARE_DFT_INIT(ippsDFTInit_C_64fc, IppsDFTSpec_C_64fc)
+ORB_DECLARE_DFT_INIT(ippsDFTInit_C_64f, IppsDFTSpec_C_64f)
+ORB_DECLARE_DFT_INIT(ippsDFTInit_C_32f, IppsDFTSpec_C_32f)
+#undef ORB_DECLARE_DFT_INIT
+#define ORB_DECLARE_FFT_INIT(name, S) \
+    IPPAPI(IppStatus, name, (S **ppFFTSpec, int order, int flag, IppHintAlgorithm hint, Ipp8u *pSpec, Ipp8u *pSpecBuffer))
+ORB_DECLARE_FFT_INIT(ippsFFTInit_C_64fc, IppsFFTSpec_C_64fc)
+ORB_DECLARE_FFT_INIT(ippsFFTInit_C_64f, IppsFFTSpec_C_64f)
+ORB_DECLARE_FFT_INIT(ippsFFTInit_C_32f, IppsFFTSpec_C_32f)
+#undef ORB_DECLARE_FFT_INIT
+#define ORB_DECLARE_FT_C(name, S) \
+    IPPAPI(IppStatus, name, (const Ipp64fc *pSrc, Ipp64fc *pDst, const S *pSpec, Ipp8u *pBuffer))
+ORB_DECLARE_FT_C(ippsDFTFwd_CToC_64fc, IppsDFTSpec_C_64fc)
+ORB_DECLARE_FT_C(ippsDFTInv_CToC_64fc, IppsDFTSpec_C_64fc)
+ORB_DECLARE_FT_C(ippsFFTFwd_CToC_64fc, IppsFFTSpec_C_64fc)
+ORB_DECLARE_FT_C(ippsFFTInv_CToC_64fc, IppsFFTSpec_C_64fc)
+#undef ORB_DECLARE_FT_C
+#define ORB_DECLARE_FT_SPLIT(name, T, S)                                                                    \
+    IPPAPI(IppStatus, name,                                                                                 \
+           (const T *pSrcRe, const T *pSrcIm, T *pDstRe, T *pDstIm, const S *pSpec, Ipp8u *pBuffer))
+ORB_DECLARE_FT_SPLIT(ippsDFTFwd_CToC_64f, Ipp64f, IppsDFTSpec_C_64f)
+ORB_DECLARE_FT_SPLIT(ippsDFTInv_CToC_64f, Ipp64f, IppsDFTSpec_C_64f)
+ORB_DECLARE_FT_SPLIT(ippsDFTFwd_CToC_32f, Ipp32f, IppsDFTSpec_C_32f)
+ORB_DECLARE_FT_SPLIT(ippsDFTInv_CToC_32f, Ipp32f, IppsDFTSpec_C_32f)
+ORB_DECLARE_FT_SPLIT(ippsFFTFwd_CToC_64f, Ipp64f, IppsFFTSpec_C_64f)
+ORB_DECLARE_FT_SPLIT(ippsFFTInv_CToC_64f, Ipp64f, IppsFFTSpec_C_64f)
+ORB_DECLARE_FT_SPLIT(ippsFFTFwd_CToC_32f, Ipp32f, IppsFFTSpec_C_32f)
+ORB_DECLARE_FT_SPLIT(ippsFFTInv_CToC_32f, Ipp32f, IppsFFTSpec_C_32f)
+#undef ORB_DECLARE_FT_SPLIT
+
+/* Orthonormal discrete cosine transforms of len points: forward
+ * y[k] = c(k) sum x[n] cos(pi (2n + 1) k / 2len), inverse
+ * x[n] = sum c(k) y[k] cos(pi (2n + 1) k / 2len), with c(0) = sqrt(1/len)
+ * and c(k) = sqrt(2/len) otherwise. */
+#define ORB_DECLARE_DCT(T, S, Dir)                                                                            \
+    IPPAPI(IppStatus, ippsDCT##Dir##GetSize_##T,                                                             \
+           (int len, IppHintAlgorithm hint, int *pSpecSize, int *pSpecBufferSize, int *pBufferSize))        \
+    IPPAPI(IppStatus, ippsDCT##Dir##Init_##T,                                                                \
+           (S **ppDCTSpec, int len, IppHintAlgorithm hint, Ipp8u *pSpec, Ipp8u *pSpecBuffer))                \
+    IPPAPI(IppStatus, ippsDCT##Dir##_##T, (const Ipp##T *pSrc, Ipp##T *pDst, const S *pDCTSpec, Ipp8u *pBuffer))
+ORB_DECLARE_DCT(32f, IppsDCTFwdSpec_32f, Fwd)
+ORB_DECLARE_DCT(32f, IppsDCTInvSpec_32f, Inv)
+ORB_DECLARE_DCT(64f, IppsDCTFwdSpec_64f, Fwd)
+ORB_DECLARE_DCT(64f, IppsDCTInvSpec_64f, Inv)
+#undef ORB_DECLARE_DCT
+
+/* The analytic signal of a real one: its real part is the signal, its
+ * imaginary part the signal's Hilbert transform. */
+IPPAPI(IppStatus, ippsHilbertGetSize_32f32fc, (int length, IppHintAlgorithm hint, int *pSpecSize, int *pBufferSize))
+IPPAPI(IppStatus, ippsHilbertInit_32f32fc, (int length, IppHintAlgorithm hint, IppsHilbertSpec *pSpec, Ipp8u *pBuffer))
+IPPAPI(IppStatus, ippsHilbert_32f32fc, (const Ipp32f *pSrc, Ipp32fc *pDst, IppsHilbertSpec *pSpec, Ipp8u *pBuffer))
+
+/* One DFT value at relative frequency rFreq in [0, 1):
+ * *pVal = sum pSrc[n] exp(-2 pi i rFreq n). */
+IPPAPI(IppStatus, ippsGoertz_32f, (const Ipp32f *pSrc, int len, Ipp32fc *pVal, Ipp32f rFreq))
+IPPAPI(IppStatus, ippsGoertz_64f, (const Ipp64f *pSrc, int len, Ipp64fc *pVal, Ipp64f rFreq))
+IPPAPI(IppStatus, ippsGoertz_64fc, (const Ipp64fc *pSrc, int len, Ipp64fc *pVal, Ipp64f rFreq))
+
+/* One level of the Haar wavelet: low[n] = (x[2n] + x[2n+1]) / 2,
+ * high[n] = (x[2n+1] - x[2n]) / 2; the inverse gives x[2n] = low[n] - high[n],
+ * x[2n+1] = low[n] + high[n]. For an odd len the last sample goes to the
+ * low-pass part alone. The integer forms scale by 2^-scaleFactor, round to
+ * nearest (halves to even) and saturate. */
+IPPAPI(IppStatus, ippsWTHaarFwd_32f, (const Ipp32f *pSrc, int len, Ipp32f *pDstLow, Ipp32f *pDstHigh))
+IPPAPI(IppStatus, ippsWTHaarFwd_64f, (const Ipp64f *pSrc, int len, Ipp64f *pDstLow, Ipp64f *pDstHigh))
+IPPAPI(IppStatus, ippsWTHaarFwd_16s_Sfs,
+       (const Ipp16s *pSrc, int len, Ipp16s *pDstLow, Ipp16s *pDstHigh, int scaleFactor))
+IPPAPI(IppStatus, ippsWTHaarInv_32f, (const Ipp32f *pSrcLow, const Ipp32f *pSrcHigh, Ipp32f *pDst, int len))
+IPPAPI(IppStatus, ippsWTHaarInv_64f, (const Ipp64f *pSrcLow, const Ipp64f *pSrcHigh, Ipp64f *pDst, int len))
+IPPAPI(IppStatus, ippsWTHaarInv_16s_Sfs,
+       (const Ipp16s *pSrcLow, const Ipp16s *pSrcHigh, Ipp16s *pDst, int len, int scaleFactor))
+
 /* Convolution and correlation. */
 
 /* Full linear convolution: pDst[n] = sum over i of pSrc1[i] * pSrc2[n - i],

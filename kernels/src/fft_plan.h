@@ -8,11 +8,23 @@
  * functions need arrays aligned like the planned ones). Like the CPU
  * dispatcher's choice, this is process-wide state of the backend.
  *
+ * Plans are first made with FFTW_ESTIMATE (cheap, on the caller's arrays).
+ * A plan whose transforms have added up to a noticeable time is replanned
+ * once with FFTW_MEASURE on scratch arrays of the same alignment, under
+ * FFTW's planner time limit and a budget for the whole process (see
+ * fft_plan.cpp), so that popular large sizes get the faster plans and no
+ * call waits long for them.
+ *
  * FFTW's planner is not thread-safe; its execute functions are. So planning
  * and the cache's bookkeeping hold one mutex (the only lock in the library);
  * executing does not. A plan is lent out with a count of its users and is
- * destroyed only when evicted with no user left, so the cache stays bounded
- * without ever pulling a plan from under a caller.
+ * destroyed only when evicted or replaced with no user left, so the cache
+ * stays bounded without ever pulling a plan from under a caller.
+ *
+ * Split plans (kSplitForward) are also keyed by the distances between each
+ * real part and its imaginary part, which FFTW requires to stay as planned;
+ * callers whose part arrays lie anywhere do better with an interleaved plan
+ * on a work array.
  *
  *   Lease l = AcquirePlan(PlanKind::kR2C, PlanPrecision::kDouble, n, {in, out});
  *   if (!l.plan) return ippStsMemAllocErr;
