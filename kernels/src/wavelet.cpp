@@ -75,16 +75,23 @@ namespace orb_kernels::HWY_NAMESPACE {
 namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
-/* acc[x] = sum_k t[k] rows[k][x] for x < n, over nk rows. */
-HWY_INLINE void VerticalSum(const float *const *rows, const float *t, int nk, float *acc, size_t n)
+/* acc[x] = sum_k t[k] rows[k][x] for x < n, over nk rows: every filtering
+ * of both directions comes down to this, with the rows gathered first. */
+HWY_INLINE void VerticalSum(const float *const *rows, const float *t, int nk, float *HWY_RESTRICT acc, size_t n)
 {
     const hn::ScalableTag<float> d;
     const size_t N = hn::Lanes(d);
     size_t x = 0;
-    for (; x + N <= n; x += N) {
-        auto s = hn::Mul(hn::Set(d, t[0]), hn::LoadU(d, rows[0] + x));
-        for (int k = 1; k < nk; ++k) s = hn::MulAdd(hn::Set(d, t[k]), hn::LoadU(d, rows[k] + x), s);
-        hn::StoreU(s, d, acc + x);
+    for (; x + 2 * N <= n; x += 2 * N) {
+        auto s0 = hn::Mul(hn::Set(d, t[0]), hn::LoadU(d, rows[0] + x));
+        auto s1 = hn::Mul(hn::Set(d, t[0]), hn::LoadU(d, rows[0] + x + N));
+        for (int k = 1; k < nk; ++k) {
+            const auto tk = hn::Set(d, t[k]);
+            s0 = hn::MulAdd(tk, hn::LoadU(d, rows[k] + x), s0);
+            s1 = hn::MulAdd(tk, hn::LoadU(d, rows[k] + x + N), s1);
+        }
+        hn::StoreU(s0, d, acc + x);
+        hn::StoreU(s1, d, acc + x + N);
     }
     for (; x < n; ++x) {
         float s = t[0] * rows[0][x];
@@ -93,17 +100,83 @@ HWY_INLINE void VerticalSum(const float *const *rows, const float *t, int nk, fl
     }
 }
 
-/* Forward along x: out[i*C + c] = sum_k t[k] in[(2i + a - k)*C + c] for
- * i < n, where in points at input column 0 of the strip. */
-HWY_INLINE void FwdRow(const float *in, const float *t, int len, int a, int C, float *out, int n)
+/* Splits a row of pixels into the pixels at even and at odd offsets d =
+ * s - first from a reference column: pixel s goes to slot (d >> 1) + J of
+ * even or odd, so offset 2j lands in even[j + J], 2j + 1 in odd[j + J]. */
+HWY_INLINE void Deinterleave(const float *HWY_RESTRICT row, int pixels, int first, int J, int C,
+                             float *HWY_RESTRICT even, float *HWY_RESTRICT odd)
 {
-    for (int i = 0; i < n; ++i)
-        for (int c = 0; c < C; ++c) {
-            const float *p = in + (2 * i + a) * C + c;
-            float s = 0.0f;
-            for (int k = 0; k < len; ++k) s += t[k] * p[-k * C];
-            out[i * C + c] = s;
+    int s = 0;
+    if (C == 1) {
+        // Pairs (even, odd) from the first even offset on.
+        if ((0 - first) & 1) {
+            odd[((0 - first) >> 1) + J] = row[0];
+            s = 1;
         }
+        const hn::ScalableTag<float> d;
+        const int N = int(hn::Lanes(d));
+        for (; s + 2 * N <= pixels; s += 2 * N) {
+            hn::Vec<decltype(d)> e, o;
+            hn::LoadInterleaved2(d, row + s, e, o);
+            const int j = ((s - first) >> 1) + J;
+            hn::StoreU(e, d, even + j);
+            hn::StoreU(o, d, odd + j);
+        }
+    }
+    for (; s < pixels; ++s) {
+        const int off = s - first;
+        float *to = (off & 1 ? odd : even) + ptrdiff_t((off >> 1) + J) * C;
+        for (int c = 0; c < C; ++c) to[c] = row[s * C + c];
+    }
+}
+
+/* Interleaves two rows of n pixels, even[q] to pixel 2q and odd[q] to
+ * pixel 2q + 1 of out. */
+HWY_INLINE void Interleave(const float *HWY_RESTRICT even, const float *HWY_RESTRICT odd, int n, int C,
+                           float *HWY_RESTRICT out)
+{
+    int q = 0;
+    if (C == 1) {
+        const hn::ScalableTag<float> d;
+        const int N = int(hn::Lanes(d));
+        for (; q + N <= n; q += N) hn::StoreInterleaved2(hn::LoadU(d, even + q), hn::LoadU(d, odd + q), d, out + 2 * q);
+    }
+    for (; q < n; ++q)
+        for (int c = 0; c < C; ++c) {
+            out[(2 * q) * C + c] = even[q * C + c];
+            out[(2 * q + 1) * C + c] = odd[q * C + c];
+        }
+}
+
+/* Scratch of one call: strip rows and the gathered row pointers and taps. */
+struct Scratch {
+    float *row[6];
+    const float **rows;
+    float *taps;
+};
+
+Scratch ScratchOf(float *buffer, int lenL, int lenH, int C)
+{
+    Scratch s;
+    const int rf = RowFloats(lenL, lenH, C);
+    for (int k = 0; k < 6; ++k) s.row[k] = buffer + ptrdiff_t(k) * rf;
+    s.rows = reinterpret_cast<const float **>(buffer + 6 * ptrdiff_t(rf));
+    s.taps = reinterpret_cast<float *>(s.rows + (lenL + lenH));
+    return s;
+}
+
+/* Forward along x of one strip row split into even/odd columns (offsets
+ * from input column 2 x0, slot J for offset 0): out[i] = sum_k t[k]
+ * in[2i + a - k]. */
+HWY_INLINE void FwdRow(const float *even, const float *odd, int J, const float *t, int len, int a, int C,
+                       float *out, int n, const float **rows, float *taps)
+{
+    for (int k = 0; k < len; ++k) {
+        const int off = a - k;
+        rows[k] = (off & 1 ? odd : even) + ptrdiff_t((off >> 1) + J) * C;
+        taps[k] = t[k];
+    }
+    VerticalSum(rows, taps, len, out, size_t(n) * C);
 }
 
 IppStatus WTFwd(const float *pSrc, int srcStep, float *const dst[4], const int dstStep[4], IppiSize roi,
@@ -114,83 +187,58 @@ IppStatus WTFwd(const float *pSrc, int srcStep, float *const dst[4], const int d
     const float *tL = spec->taps, *tH = spec->taps + lenL;
     const int E = (lenL - 1 - aL) > (lenH - 1 - aH) ? (lenL - 1 - aL) : (lenH - 1 - aH);
     const int R = aL > aH ? aL : aH;
-    const int rowFloats = RowFloats(lenL, lenH, C);
-    float *rowL = buffer, *rowH = buffer + rowFloats;
-    const float *rowsL[64], *rowsH[64];
-    const bool small = lenL <= 64 && lenH <= 64;
+    const int J = (E + 1) / 2 + 1;
+    Scratch sc = ScratchOf(buffer, lenL, lenH, C);
+    float *rowL = sc.row[0], *rowH = sc.row[1];
+    float *evenL = sc.row[2], *oddL = sc.row[3], *evenH = sc.row[4], *oddH = sc.row[5];
     const uint8_t *src = reinterpret_cast<const uint8_t *>(pSrc);
 
     for (int x0 = 0; x0 < roi.width; x0 += kStrip) {
         const int n = roi.width - x0 < kStrip ? roi.width - x0 : kStrip;
-        const int c0 = 2 * x0 - E;              // first input column of the strip
-        const int w = 2 * n - 1 + E + R;        // input columns of the strip
+        const int c0 = 2 * x0 - E;        // first input column of the strip
+        const int w = 2 * n - 1 + E + R;  // input columns of the strip
         const size_t nf = size_t(w) * size_t(C);
         for (int i = 0; i < roi.height; ++i) {
             auto rowAt = [&](int r) {
                 return reinterpret_cast<const float *>(src + ptrdiff_t(r) * srcStep) + ptrdiff_t(c0) * C;
             };
-            if (small) {
-                for (int k = 0; k < lenL; ++k) rowsL[k] = rowAt(2 * i + aL - k);
-                for (int k = 0; k < lenH; ++k) rowsH[k] = rowAt(2 * i + aH - k);
-                VerticalSum(rowsL, tL, lenL, rowL, nf);
-                VerticalSum(rowsH, tH, lenH, rowH, nf);
-            } else {
-                for (size_t x = 0; x < nf; ++x) {
-                    float sl = 0.0f, sh = 0.0f;
-                    for (int k = 0; k < lenL; ++k) sl += tL[k] * rowAt(2 * i + aL - k)[x];
-                    for (int k = 0; k < lenH; ++k) sh += tH[k] * rowAt(2 * i + aH - k)[x];
-                    rowL[x] = sl;
-                    rowH[x] = sh;
-                }
-            }
-            // Input column 0 of the strip row sits at offset E (2 x0 - c0).
-            const float *l0 = rowL + E * C, *h0 = rowH + E * C;
+            for (int k = 0; k < lenL; ++k) sc.rows[k] = rowAt(2 * i + aL - k);
+            VerticalSum(sc.rows, tL, lenL, rowL, nf);
+            for (int k = 0; k < lenH; ++k) sc.rows[k] = rowAt(2 * i + aH - k);
+            VerticalSum(sc.rows, tH, lenH, rowH, nf);
+            // Strip column s is offset s - E from input column 2 x0.
+            Deinterleave(rowL, w, E, J, C, evenL, oddL);
+            Deinterleave(rowH, w, E, J, C, evenH, oddH);
             auto out = [&](int b) {
                 return reinterpret_cast<float *>(reinterpret_cast<uint8_t *>(dst[b]) + ptrdiff_t(i) * dstStep[b]) +
                        ptrdiff_t(x0) * C;
             };
-            FwdRow(l0, tL, lenL, aL, C, out(0), n);  // approximation
-            FwdRow(h0, tL, lenL, aL, C, out(1), n);  // detail X
-            FwdRow(l0, tH, lenH, aH, C, out(2), n);  // detail Y
-            FwdRow(h0, tH, lenH, aH, C, out(3), n);  // detail XY
+            FwdRow(evenL, oddL, J, tL, lenL, aL, C, out(0), n, sc.rows, sc.taps);  // approximation
+            FwdRow(evenH, oddH, J, tL, lenL, aL, C, out(1), n, sc.rows, sc.taps);  // detail X
+            FwdRow(evenL, oddL, J, tH, lenH, aH, C, out(2), n, sc.rows, sc.taps);  // detail Y
+            FwdRow(evenH, oddH, J, tH, lenH, aH, C, out(3), n, sc.rows, sc.taps);  // detail XY
         }
     }
     return ippStsNoErr;
 }
 
-/* Inverse along x, added into out: out[j*C + c] += sum over k with
- * j + a - k even of t[k] in[((j + a - k) / 2)*C + c], for j < n, where in
- * points at subband column 0 of the strip. */
-HWY_INLINE void InvRowAdd(const float *in, const float *t, int len, int a, int C, float *out, int n)
-{
-    for (int j = 0; j < n; ++j) {
-        const int first = (j + a) & 1;  // the k of the first even up-sampled index
-        for (int c = 0; c < C; ++c) {
-            float s = 0.0f;
-            for (int k = first; k < len; k += 2) s += t[k] * in[((j + a - k) >> 1) * C + c];
-            out[j * C + c] += s;
-        }
-    }
-}
-
-/* Vertical synthesis of one output row j from two subbands (one filtered
- * with the low taps, one with the high taps) into acc, over nf floats. */
-HWY_INLINE void InvVertical(const uint8_t *lowBand, int lowStep, const uint8_t *highBand, int highStep, int j,
-                            int c0, int C, const float *tL, int lenL, int aL, const float *tH, int lenH, int aH,
-                            float *acc, size_t nf, const float **rows, float *taps)
+/* Gathers the rows (or row offsets) of one synthesis sum: the taps k of
+ * the low and the high filter whose up-sampled index j + a - k is even,
+ * each with the row (j + a - k) / 2 of its band. */
+HWY_INLINE int Gather(const float *lowBase, ptrdiff_t lowStride, const float *highBase, ptrdiff_t highStride, int j,
+                      const float *tL, int lenL, int aL, const float *tH, int lenH, int aH, const float **rows,
+                      float *taps)
 {
     int nk = 0;
     for (int k = (j + aL) & 1; k < lenL; k += 2) {
-        rows[nk] = reinterpret_cast<const float *>(lowBand + ptrdiff_t((j + aL - k) >> 1) * lowStep) +
-                   ptrdiff_t(c0) * C;
+        rows[nk] = lowBase + ptrdiff_t((j + aL - k) >> 1) * lowStride;
         taps[nk++] = tL[k];
     }
     for (int k = (j + aH) & 1; k < lenH; k += 2) {
-        rows[nk] = reinterpret_cast<const float *>(highBand + ptrdiff_t((j + aH - k) >> 1) * highStep) +
-                   ptrdiff_t(c0) * C;
+        rows[nk] = highBase + ptrdiff_t((j + aH - k) >> 1) * highStride;
         taps[nk++] = tH[k];
     }
-    VerticalSum(rows, taps, nk, acc, nf);
+    return nk;
 }
 
 IppStatus WTInv(const float *const src[4], const int srcStep[4], IppiSize roi, float *pDst, int dstStep,
@@ -199,37 +247,71 @@ IppStatus WTInv(const float *const src[4], const int srcStep[4], IppiSize roi, f
     const int C = spec->channels;
     const int lenL = spec->lenLow, aL = spec->anchorLow, lenH = spec->lenHigh, aH = spec->anchorHigh;
     const float *tL = spec->taps, *tH = spec->taps + lenL;
-    const int rowFloats = RowFloats(lenL, lenH, C);
-    // Row buffers, then the gathered row pointers and taps of one vertical sum.
-    float *rowLx = buffer, *rowHx = buffer + rowFloats;
-    const float **rows = reinterpret_cast<const float **>(buffer + 2 * rowFloats);
-    float *taps = reinterpret_cast<float *>(rows + (lenL + lenH));
     const int leftL = (lenL - 1 - aL) / 2, rightL = (aL + 1) / 2;
     const int leftH = (lenH - 1 - aH) / 2, rightH = (aH + 1) / 2;
     const int E = leftL > leftH ? leftL : leftH, R = rightL > rightH ? rightL : rightH;
-    const uint8_t *A = reinterpret_cast<const uint8_t *>(src[0]), *X = reinterpret_cast<const uint8_t *>(src[1]);
-    const uint8_t *Y = reinterpret_cast<const uint8_t *>(src[2]), *XY = reinterpret_cast<const uint8_t *>(src[3]);
-    const int outH = 2 * roi.height;
+    Scratch sc = ScratchOf(buffer, lenL, lenH, C);
+    float *rowLx = sc.row[0], *rowHx = sc.row[1], *even = sc.row[2], *odd = sc.row[3];
+    auto band = [&](int b, int c0) {
+        return reinterpret_cast<const float *>(src[b]) + ptrdiff_t(c0) * C;
+    };
+    const ptrdiff_t stride[4] = {srcStep[0] / ptrdiff_t(sizeof(float)), srcStep[1] / ptrdiff_t(sizeof(float)),
+                                 srcStep[2] / ptrdiff_t(sizeof(float)), srcStep[3] / ptrdiff_t(sizeof(float))};
+    const bool whole = srcStep[0] % 4 == 0 && srcStep[1] % 4 == 0 && srcStep[2] % 4 == 0 && srcStep[3] % 4 == 0;
     const int half = kStrip / 2;
 
     for (int s0 = 0; s0 < roi.width; s0 += half) {
         const int m = roi.width - s0 < half ? roi.width - s0 : half;  // subband columns
-        const int n = 2 * m;                                        // output columns
-        // Subband columns of the strip: the low-x rows need [s0 - leftL,
-        // s0 + m + rightL), the high-x rows [s0 - leftH, s0 + m + rightH).
+        // The strip starts at subband column c0 = s0 - E: column s0 sits at E.
         const int c0 = s0 - E;
         const size_t nf = size_t(m + E + R) * size_t(C);
-        for (int j = 0; j < outH; ++j) {
-            // Low along x: approximation (low along y) and detail X (high along y).
-            InvVertical(A, srcStep[0], X, srcStep[1], j, c0, C, tL, lenL, aL, tH, lenH, aH, rowLx, nf, rows, taps);
-            // High along x: detail Y (low along y) and detail XY (high along y).
-            InvVertical(Y, srcStep[2], XY, srcStep[3], j, c0, C, tL, lenL, aL, tH, lenH, aH, rowHx, nf, rows, taps);
+        for (int j = 0; j < 2 * roi.height; ++j) {
+            int nk;
+            if (whole) {
+                // Low along x: approximation (low along y) and detail X (high
+                // along y); high along x: detail Y and detail XY.
+                nk = Gather(band(0, c0), stride[0], band(1, c0), stride[1], j, tL, lenL, aL, tH, lenH, aH, sc.rows,
+                            sc.taps);
+                VerticalSum(sc.rows, sc.taps, nk, rowLx, nf);
+                nk = Gather(band(2, c0), stride[2], band(3, c0), stride[3], j, tL, lenL, aL, tH, lenH, aH, sc.rows,
+                            sc.taps);
+                VerticalSum(sc.rows, sc.taps, nk, rowHx, nf);
+            } else {
+                // Steps that are no whole number of floats: rows by bytes.
+                for (int pass = 0; pass < 2; ++pass) {
+                    const int lo = 2 * pass, hi = 2 * pass + 1;
+                    nk = 0;
+                    for (int k = (j + aL) & 1; k < lenL; k += 2) {
+                        sc.rows[nk] = reinterpret_cast<const float *>(reinterpret_cast<const uint8_t *>(band(lo, c0)) +
+                                                                      ptrdiff_t((j + aL - k) >> 1) * srcStep[lo]);
+                        sc.taps[nk++] = tL[k];
+                    }
+                    for (int k = (j + aH) & 1; k < lenH; k += 2) {
+                        sc.rows[nk] = reinterpret_cast<const float *>(reinterpret_cast<const uint8_t *>(band(hi, c0)) +
+                                                                      ptrdiff_t((j + aH - k) >> 1) * srcStep[hi]);
+                        sc.taps[nk++] = tH[k];
+                    }
+                    VerticalSum(sc.rows, sc.taps, nk, pass ? rowHx : rowLx, nf);
+                }
+            }
+            // Along x: even outputs 2q take the taps with a - k even, odd
+            // outputs 2q + 1 those with a - k odd, from subband column
+            // q + (a - k + parity) / 2.
+            for (int parity = 0; parity < 2; ++parity) {
+                nk = 0;
+                for (int k = (parity + aL) & 1; k < lenL; k += 2) {
+                    sc.rows[nk] = rowLx + ptrdiff_t(((parity + aL - k) >> 1) + E) * C;
+                    sc.taps[nk++] = tL[k];
+                }
+                for (int k = (parity + aH) & 1; k < lenH; k += 2) {
+                    sc.rows[nk] = rowHx + ptrdiff_t(((parity + aH - k) >> 1) + E) * C;
+                    sc.taps[nk++] = tH[k];
+                }
+                VerticalSum(sc.rows, sc.taps, nk, parity ? odd : even, size_t(m) * C);
+            }
             float *out = reinterpret_cast<float *>(reinterpret_cast<uint8_t *>(pDst) + ptrdiff_t(j) * dstStep) +
                          ptrdiff_t(2 * s0) * C;
-            for (int x = 0; x < n * C; ++x) out[x] = 0.0f;
-            // The strip row starts at subband column c0 = s0 - E: column s0 sits at E.
-            InvRowAdd(rowLx + E * C, tL, lenL, aL, C, out, n);
-            InvRowAdd(rowHx + E * C, tH, lenH, aH, C, out, n);
+            Interleave(even, odd, m, C, out);
         }
     }
     return ippStsNoErr;
@@ -254,9 +336,10 @@ IppStatus GetSize(int numChannels, int lenLow, int anchorLow, int lenHigh, int a
     const IppStatus st = CheckBank(lenLow, anchorLow, lenHigh, anchorHigh);
     if (st != ippStsNoErr) return st;
     *pSpecSize = SpecBytes(lenLow, lenHigh);
-    // Two strip rows; the inverse also gathers row pointers and taps.
-    const size_t rows = size_t(2) * size_t(RowFloats(lenLow, lenHigh, numChannels)) * sizeof(float);
-    const size_t gather = inverse ? size_t(lenLow + lenHigh) * (sizeof(float *) + sizeof(float)) : 0;
+    // Six strip rows, then the gathered row pointers and taps.
+    (void)inverse;
+    const size_t rows = size_t(6) * size_t(RowFloats(lenLow, lenHigh, numChannels)) * sizeof(float);
+    const size_t gather = size_t(lenLow + lenHigh) * (sizeof(float *) + sizeof(float));
     *pBufSize = int(rows + gather + 64);
     return ippStsNoErr;
 }
