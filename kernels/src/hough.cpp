@@ -40,6 +40,12 @@ constexpr double kPi = 3.14159265358979323846;
 
 size_t Align(size_t n) { return (n + 63) & ~size_t(63); }
 
+/* The nearest integer to v for |v| < 2^30, halves rounded up: truncation
+ * of a value made positive, which compiles to one conversion (the library
+ * calls for rounding do not). */
+constexpr double kLift = double(1 << 30);
+inline long Nearest(double v) { return long(v + (kLift + 0.5)) - long(kLift); }
+
 bool BadDelta(IppPointPolar delta)
 {
     return !(delta.rho > 0.0f) || !(delta.theta > 0.0f) || !std::isfinite(delta.rho) || !std::isfinite(delta.theta);
@@ -189,7 +195,7 @@ IppStatus ippiHoughLine_Region_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSiz
         for (int x = 0; x < roiSize.width; ++x) {
             if (row[x] == 0) continue;
             for (long t = 0; t < nT; ++t) {
-                const long r = lround(x * cosines[t] + y * sines[t] + base);
+                const long r = Nearest(x * cosines[t] + y * sines[t] + base);
                 if (r >= 0 && r < nR) ++acc[(t + 1) * stride + r + 1];
             }
         }
@@ -284,7 +290,7 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
         }
     }
     auto bin = [&](int t, int x, int y) {
-        const long r = lround(x * tab[2 * t] + y * tab[2 * t + 1]) + centre;
+        const long r = Nearest(double(x) * tab[2 * t] + double(y) * tab[2 * t + 1]) + centre;
         return r < 0 ? 0 : r >= nR ? nR - 1 : r;
     };
 
