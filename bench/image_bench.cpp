@@ -257,18 +257,18 @@ void ProbHoughOpenCV(benchmark::State &state)
     accountPixels(state);
 }
 
-BENCHMARK(WTFwdBackend);
-BENCHMARK(WTFwdPlain);
-BENCHMARK(WTFwdNative);
-BENCHMARK(WTInvBackend);
-BENCHMARK(WTInvPlain);
-BENCHMARK(WTInvNative);
+BENCHMARK(WTFwdBackend)->Arg(kSide);
+BENCHMARK(WTFwdPlain)->Arg(kSide);
+BENCHMARK(WTFwdNative)->Arg(kSide);
+BENCHMARK(WTInvBackend)->Arg(kSide);
+BENCHMARK(WTInvPlain)->Arg(kSide);
+BENCHMARK(WTInvNative)->Arg(kSide);
 BENCHMARK(CannyBackend)->DenseRange(0, 2);
 BENCHMARK(CannyOpenCV)->DenseRange(0, 2);
-BENCHMARK(HoughBackend);
-BENCHMARK(HoughOpenCV);
-BENCHMARK(ProbHoughBackend);
-BENCHMARK(ProbHoughOpenCV);
+BENCHMARK(HoughBackend)->Arg(kSide);
+BENCHMARK(HoughOpenCV)->Arg(kSide);
+BENCHMARK(ProbHoughBackend)->Arg(kSide);
+BENCHMARK(ProbHoughOpenCV)->Arg(kSide);
 
 }  // namespace
 

@@ -25,6 +25,13 @@
  * along x or y is at least lineLength is written as its two end points. At
  * most maxLineCount segments are written; their count goes to *pLineCount.
  */
+#include "dispatch.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "hough.cpp"
+#include <hwy/foreach_target.h>  // IWYU pragma: keep
+#include <hwy/highway.h>
+
 #include <limits.h>
 #include <math.h>
 #include <stdint.h>
@@ -33,6 +40,46 @@
 #include <algorithm>
 
 #include "ippi.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orb_kernels::HWY_NAMESPACE {
+namespace {
+namespace hn = hwy::HWY_NAMESPACE;
+
+/* The rho bins of pixel (x, y) for every theta of the probabilistic
+ * transform: floor(x cos[t] + y sin[t] + 0.5) + centre, clamped to the
+ * accumulator, from tables already divided by delta.rho. */
+void ProbBins(int x, int y, const float *cosT, const float *sinT, int nT, int centre, int nR, int32_t *out)
+{
+    const hn::ScalableTag<float> d;
+    const hn::RebindToSigned<decltype(d)> di;
+    const int N = int(hn::Lanes(d));
+    const auto vx = hn::Set(d, float(x)), vy = hn::Set(d, float(y)), half = hn::Set(d, 0.5f);
+    const auto c = hn::Set(di, centre), lo = hn::Zero(di), hi = hn::Set(di, nR - 1);
+    int t = 0;
+    for (; t + N <= nT; t += N) {
+        const auto v = hn::MulAdd(vx, hn::LoadU(d, cosT + t), hn::Mul(vy, hn::LoadU(d, sinT + t)));
+        const auto r = hn::Add(hn::ConvertTo(di, hn::Floor(hn::Add(v, half))), c);
+        hn::StoreU(hn::Min(hn::Max(r, lo), hi), di, out + t);
+    }
+    for (; t < nT; ++t) {
+        const int r = int(floorf(fmaf(float(x), cosT[t], float(y) * sinT[t]) + 0.5f)) + centre;
+        out[t] = r < 0 ? 0 : r >= nR ? nR - 1 : r;
+    }
+}
+
+}  // namespace
+}  // namespace orb_kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orb_kernels {
+HWY_EXPORT(ProbBins);
+void Bins(int x, int y, const float *cosT, const float *sinT, int nT, int centre, int nR, int32_t *out)
+{
+    HWY_DYNAMIC_DISPATCH(ProbBins)(x, y, cosT, sinT, nT, centre, nR, out);
+}
+}  // namespace orb_kernels
 
 namespace {
 
@@ -94,7 +141,7 @@ struct ProbSpec {
     uint32_t magic;
     int width, height;
     int thetas, rhos;
-    float tab[1];  // cos(theta) / delta.rho and sin(theta) / delta.rho, interleaved
+    float tab[1];  // cos(theta) / delta.rho for every theta, then sin(theta) / delta.rho
 };
 
 struct ProbShape {
@@ -110,7 +157,7 @@ ProbShape ProbShapeFor(IppiSize roi, IppPointPolar delta)
 }
 
 struct ProbLayout {
-    size_t acc, mask, points, total;
+    size_t acc, mask, points, bins, total;
 };
 
 ProbLayout ProbLayoutFor(IppiSize roi, ProbShape s)
@@ -120,7 +167,8 @@ ProbLayout ProbLayoutFor(IppiSize roi, ProbShape s)
     l.acc = 0;
     l.mask = Align(size_t(s.thetas) * size_t(s.rhos) * sizeof(int32_t));
     l.points = l.mask + Align(pixels);
-    l.total = l.points + Align(pixels * sizeof(IppiPoint)) + 64;
+    l.bins = l.points + Align(pixels * sizeof(IppiPoint));
+    l.total = l.bins + Align(size_t(s.thetas) * sizeof(int32_t)) + 64;
     return l;
 }
 
@@ -253,8 +301,8 @@ IppStatus ippiHoughProbLineInit_8u32f_C1R(IppiSize roiSize, IppPointPolar delta,
     spec->thetas = int(s.thetas);
     spec->rhos = int(s.rhos);
     for (long t = 0; t < s.thetas; ++t) {
-        spec->tab[2 * t] = float(cos(double(t) * delta.theta) / delta.rho);
-        spec->tab[2 * t + 1] = float(sin(double(t) * delta.theta) / delta.rho);
+        spec->tab[t] = float(cos(double(t) * delta.theta) / delta.rho);
+        spec->tab[s.thetas + t] = float(sin(double(t) * delta.theta) / delta.rho);
     }
     return ippStsNoErr;
 }
@@ -277,7 +325,6 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
     int32_t *acc = reinterpret_cast<int32_t *>(pBuffer + l.acc);
     Ipp8u *mask = pBuffer + l.mask;
     IppiPoint *points = reinterpret_cast<IppiPoint *>(pBuffer + l.points);
-    const float *tab = spec->tab;
     const int centre = (nR - 1) / 2;
     memset(acc, 0, size_t(nT) * size_t(nR) * sizeof(int32_t));
 
@@ -289,10 +336,9 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
             if (row[x] != 0) points[count++] = IppiPoint{x, y};
         }
     }
-    auto bin = [&](int t, int x, int y) {
-        const long r = Nearest(double(x) * tab[2 * t] + double(y) * tab[2 * t + 1]) + centre;
-        return r < 0 ? 0 : r >= nR ? nR - 1 : r;
-    };
+    const float *cosT = spec->tab, *sinT = spec->tab + nT;
+    int32_t *bins = reinterpret_cast<int32_t *>(pBuffer + l.bins);
+    const auto binsOf = orb_kernels::Bins;
 
     Lcg rng;
     int lines = 0;
@@ -304,8 +350,9 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
         if (!mask[size_t(p.y) * w + p.x]) continue;
 
         int best = threshold - 1, bestT = -1;
+        binsOf(p.x, p.y, cosT, sinT, nT, centre, nR, bins);
         for (int t = 0; t < nT; ++t) {
-            const int v = ++acc[size_t(t) * nR + bin(t, p.x, p.y)];
+            const int v = ++acc[size_t(t) * nR + bins[t]];
             if (v > best) {
                 best = v;
                 bestT = t;
@@ -315,7 +362,7 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
 
         // Walk along the line (direction (-sin, cos)) in fixed point, one
         // pixel at a time along the faster-changing coordinate.
-        const float a = -tab[2 * bestT + 1], b = tab[2 * bestT];
+        const float a = -sinT[bestT], b = cosT[bestT];
         long x0 = p.x, y0 = p.y, dx0, dy0;
         const bool alongX = fabsf(a) > fabsf(b);
         if (alongX) {
@@ -349,11 +396,13 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
                 if (px < 0 || px >= w || py < 0 || py >= h) break;
                 Ipp8u &m = mask[size_t(py) * w + px];
                 if (m) {
-                    if (good)
+                    if (good) {
+                        binsOf(int(px), int(py), cosT, sinT, nT, centre, nR, bins);
                         for (int t = 0; t < nT; ++t) {
-                            int32_t &cell = acc[size_t(t) * nR + bin(t, int(px), int(py))];
+                            int32_t &cell = acc[size_t(t) * nR + bins[t]];
                             if (cell > 0) --cell;
                         }
+                    }
                     m = 0;
                 }
                 if (px == ends[k].x && py == ends[k].y) break;
@@ -370,3 +419,4 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
 }
 
 }  // extern "C"
+#endif
