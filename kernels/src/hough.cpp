@@ -351,12 +351,11 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
 
         int best = threshold - 1, bestT = -1;
         binsOf(p.x, p.y, cosT, sinT, nT, centre, nR, bins);
-        for (int t = 0; t < nT; ++t) {
-            const int v = ++acc[size_t(t) * nR + bins[t]];
-            if (v > best) {
-                best = v;
-                bestT = t;
-            }
+        int32_t *row = acc;
+        for (int t = 0; t < nT; ++t, row += nR) {
+            const int v = ++row[bins[t]];
+            bestT = v > best ? t : bestT;
+            best = v > best ? v : best;
         }
         if (bestT < 0) continue;
 
@@ -398,10 +397,8 @@ IppStatus ippiHoughProbLine_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSize r
                 if (m) {
                     if (good) {
                         binsOf(int(px), int(py), cosT, sinT, nT, centre, nR, bins);
-                        for (int t = 0; t < nT; ++t) {
-                            int32_t &cell = acc[size_t(t) * nR + bins[t]];
-                            if (cell > 0) --cell;
-                        }
+                        int32_t *row = acc;
+                        for (int t = 0; t < nT; ++t, row += nR) row[bins[t]] -= row[bins[t]] > 0;
                     }
                     m = 0;
                 }
