@@ -405,23 +405,28 @@ static HostValue inverse(HostCallbacks cb, ArgSeq args, OrbBorderFunc border, in
 
 /* ---- Exports ---- */
 
+/* The workers may be called by the host directly, so each starts a call. */
 ORB_API HostValue orbIppWTFwd_C1(HostCallbacks cb, ArgSeq args, OrbBorderFunc border)
 {
+    orbCallStart();
     return forward(cb, args, border, 1);
 }
 
 ORB_API HostValue orbIppWTFwd_C3(HostCallbacks cb, ArgSeq args, OrbBorderFunc border)
 {
+    orbCallStart();
     return forward(cb, args, border, 3);
 }
 
 ORB_API HostValue orbIppWTInv_C1(HostCallbacks cb, ArgSeq args, OrbBorderFunc border)
 {
+    orbCallStart();
     return inverse(cb, args, border, 1);
 }
 
 ORB_API HostValue orbIppWTInv_C3(HostCallbacks cb, ArgSeq args, OrbBorderFunc border)
 {
+    orbCallStart();
     return inverse(cb, args, border, 3);
 }
 
