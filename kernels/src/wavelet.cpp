@@ -16,10 +16,13 @@
  * The inverse sums the four synthesis filterings.
  *
  * Work. Both directions go through the image in strips of at most kStrip
- * output columns: for each output row, the vertical filtering of the strip's
- * input rows into one row per vertical filter (contiguous, vectorised), then
- * the horizontal filtering of those rows. The work buffer holds those rows
- * and does not depend on the image size.
+ * output columns. For each output row, the vertical filtering of the
+ * strip's input rows gives one row per vertical filter; along x the forward
+ * splits those rows into even and odd columns and the inverse makes its even
+ * and odd outputs apart, so that every filtering is a sum of whole rows
+ * times taps (one vector loop) over rows gathered by pointer. The work
+ * buffer holds six strip rows and the gathered pointers, whatever the image
+ * size.
  */
 #include "dispatch.h"
 
