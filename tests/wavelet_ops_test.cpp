@@ -15,21 +15,23 @@ namespace {
 
 using F = std::vector<float>;
 
-OrbBorderFunc Border(IppStatus (*f)(const Ipp32f *, int, IppiSize, Ipp32f *, int, IppiSize, int, int))
+// Any border function as the shared type (through a neutral function type).
+template <typename Fn>
+OrbBorderFunc Border(Fn f)
 {
-    return reinterpret_cast<OrbBorderFunc>(f);
+    return reinterpret_cast<OrbBorderFunc>(reinterpret_cast<void (*)(void)>(f));
 }
 
 TEST(WaveletOps, SelectorTableFallsBackToThreeChannelConstant)
 {
-    const OrbBorderFunc c3 = reinterpret_cast<OrbBorderFunc>(orbCopyConstBorder_C3);
+    const OrbBorderFunc c3 = Border(orbCopyConstBorder_C3);
     const struct {
         int type;
         OrbBorderFunc two, three;
     } rows[] = {
         {1, Border(orbReplicateBorder_C1), Border(orbReplicateBorder_C3)},
         {2, Border(orbMirrorBorder_C1), Border(orbMirrorBorder_C3)},
-        {3, reinterpret_cast<OrbBorderFunc>(orbCopyConstBorder_C1), c3},
+        {3, Border(orbCopyConstBorder_C1), c3},
         {0, c3, c3},
         {7, c3, c3},
         {-1, c3, c3},
