@@ -184,4 +184,36 @@ ORB_API HostValue orbKaiser(HostCallbacks cb, ArgSeq args);
 
 /* Images: borders, wavelets, edges and lines. */
 
+/* The border copies under their own names, each with the backend's own
+ * parameter list, and the one pointer type the wavelet workers call them
+ * through: every parameter of all six, the three-value pointer after the two
+ * border sizes and the single value last (see chooseBorderFunc). */
+typedef IppStatus (*OrbBorderFunc)(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst, int dstStep,
+                                   IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth,
+                                   const Ipp32f *values, Ipp32f value);
+ORB_API IppStatus orbReplicateBorder_C1(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst,
+                                        int dstStep, IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth);
+ORB_API IppStatus orbReplicateBorder_C3(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst,
+                                        int dstStep, IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth);
+ORB_API IppStatus orbMirrorBorder_C1(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst,
+                                     int dstStep, IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth);
+ORB_API IppStatus orbMirrorBorder_C3(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst,
+                                     int dstStep, IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth);
+ORB_API IppStatus orbCopyConstBorder_C1(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst,
+                                        int dstStep, IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth,
+                                        Ipp32f value);
+ORB_API IppStatus orbCopyConstBorder_C3(const Ipp32f *pSrc, int srcStep, IppiSize srcRoiSize, Ipp32f *pDst,
+                                        int dstStep, IppiSize dstRoiSize, int topBorderHeight, int leftBorderWidth,
+                                        const Ipp32f value[3]);
+ORB_API OrbBorderFunc chooseBorderFunc(int borderType, int numDims);
+ORB_API HostValue orbFwdDWT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbInvDWT(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbIppWTFwd_C1(HostCallbacks cb, ArgSeq args, OrbBorderFunc border);
+ORB_API HostValue orbIppWTFwd_C3(HostCallbacks cb, ArgSeq args, OrbBorderFunc border);
+ORB_API HostValue orbIppWTInv_C1(HostCallbacks cb, ArgSeq args, OrbBorderFunc border);
+ORB_API HostValue orbIppWTInv_C3(HostCallbacks cb, ArgSeq args, OrbBorderFunc border);
+ORB_API HostValue orbCannyEdgeDetect(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbHoughLineRegion(HostCallbacks cb, ArgSeq args);
+ORB_API HostValue orbProbabilisticHoughLine(HostCallbacks cb, ArgSeq args);
+
 #endif

@@ -140,6 +140,7 @@ typedef struct IppiWTFwdSpec_32f_C1R IppiWTFwdSpec_32f_C1R;
 typedef struct IppiWTInvSpec_32f_C1R IppiWTInvSpec_32f_C1R;
 typedef struct IppiWTFwdSpec_32f_C3R IppiWTFwdSpec_32f_C3R;
 typedef struct IppiWTInvSpec_32f_C3R IppiWTInvSpec_32f_C3R;
+typedef struct IppiHoughProbSpec IppiHoughProbSpec;
 
 /* Status codes: negative values are errors, zero is success, positive values
  * are warnings.
