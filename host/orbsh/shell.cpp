@@ -816,7 +816,8 @@ Value Shell::index(const Node &n)
 {
     Value base = eval(n.kids[0]);
     const size_t given = n.kids.size() - 1;
-    if (Host::kindOf(base) == orbhost::kList) {
+    if (Host::kindOf(base) == orbhost::kList || Host::kindOf(base) == orbhost::kExprSeq) {
+        // Lists, and the sequences exports return (an index with its value).
         std::vector<Value> items = host_.elements(base);
         if (given != 1) throw ShellError{"a list takes one index"};
         const Node &k = n.kids[1];
