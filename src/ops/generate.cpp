@@ -180,6 +180,9 @@ static HostValue noiseExport(HostCallbacks cb, ArgSeq args, Noise kind)
     Ipp8u *state;
     IppStatus status;
     int gauss = kind == NOISE_GAUSS;
+    Ipp32f a32 = 0, b32 = 0;
+    Ipp64f a64 = 0, b64 = 0;
+    Ipp16s a16 = 0, b16 = 0;
 
     if (n != 4) {
         orbArityError(cb, ARITY_FOUR, n);
@@ -187,65 +190,53 @@ static HostValue noiseExport(HostCallbacks cb, ArgSeq args, Noise kind)
     }
     code = orbTarget(cb, args[1], &len, &data);
     orbHeldInit(&held);
+    /* The two parameters by the output's accessor, the seed, the state's size. */
     if (code == DT_FLOAT4) {
-        Ipp32f a = GetFloat4Value(cb, args[2]), b = GetFloat4Value(cb, args[3]);
+        a32 = GetFloat4Value(cb, args[2]), b32 = GetFloat4Value(cb, args[3]);
         seed = GetUInt4Value(cb, args[4]);
-        if (!orbOk(cb, &held, gauss ? ippsRandGaussGetSize_32f(&size) : ippsRandUniformGetSize_32f(&size)))
-            return args[1];
-        state = orbMalloc8u(&held, size);
-        if (!orbAllocated(cb, &held))
-            return args[1];
-        if (!orbInitOk(cb, &held,
-                       gauss ? ippsRandGaussInit_32f((IppsRandGaussState_32f *)state, a, b, seed)
-                             : ippsRandUniformInit_32f((IppsRandUniState_32f *)state, a, b, seed)))
-            return args[1];
-        if (!orbFits(cb, &len, args[1], code)) {
-            orbRelease(&held);
-            return args[1];
-        }
-        status = gauss ? ippsRandGauss_32f((Ipp32f *)data, orbLen32(len), (IppsRandGaussState_32f *)state)
-                       : ippsRandUniform_32f((Ipp32f *)data, orbLen32(len), (IppsRandUniState_32f *)state);
+        status = gauss ? ippsRandGaussGetSize_32f(&size) : ippsRandUniformGetSize_32f(&size);
     } else if (code == DT_FLOAT8) {
-        Ipp64f a = GetFloat8Value(cb, args[2]), b = GetFloat8Value(cb, args[3]);
+        a64 = GetFloat8Value(cb, args[2]), b64 = GetFloat8Value(cb, args[3]);
         seed = GetUInt4Value(cb, args[4]);
         /* The Gaussian state is sized by the single-precision query. */
-        if (!orbOk(cb, &held, gauss ? ippsRandGaussGetSize_32f(&size) : ippsRandUniformGetSize_64f(&size)))
-            return args[1];
-        state = orbMalloc8u(&held, size);
-        if (!orbAllocated(cb, &held))
-            return args[1];
-        if (!orbInitOk(cb, &held,
-                       gauss ? ippsRandGaussInit_64f((IppsRandGaussState_64f *)state, a, b, seed)
-                             : ippsRandUniformInit_64f((IppsRandUniState_64f *)state, a, b, seed)))
-            return args[1];
-        if (!orbFits(cb, &len, args[1], code)) {
-            orbRelease(&held);
-            return args[1];
-        }
-        status = gauss ? ippsRandGauss_64f((Ipp64f *)data, orbLen32(len), (IppsRandGaussState_64f *)state)
-                       : ippsRandUniform_64f((Ipp64f *)data, orbLen32(len), (IppsRandUniState_64f *)state);
+        status = gauss ? ippsRandGaussGetSize_32f(&size) : ippsRandUniformGetSize_64f(&size);
     } else if (code == DT_INT2) {
-        Ipp16s a = GetInt2Value(cb, args[2]), b = GetInt2Value(cb, args[3]);
+        a16 = GetInt2Value(cb, args[2]), b16 = GetInt2Value(cb, args[3]);
         seed = GetUInt4Value(cb, args[4]);
-        if (!orbOk(cb, &held, gauss ? ippsRandGaussGetSize_16s(&size) : ippsRandUniformGetSize_16s(&size)))
-            return args[1];
-        state = orbMalloc8u(&held, size);
-        if (!orbAllocated(cb, &held))
-            return args[1];
-        if (!orbInitOk(cb, &held,
-                       gauss ? ippsRandGaussInit_16s((IppsRandGaussState_16s *)state, a, b, seed)
-                             : ippsRandUniformInit_16s((IppsRandUniState_16s *)state, a, b, seed)))
-            return args[1];
-        if (!orbFits(cb, &len, args[1], code)) {
-            orbRelease(&held);
-            return args[1];
-        }
-        status = gauss ? ippsRandGauss_16s((Ipp16s *)data, orbLen32(len), (IppsRandGaussState_16s *)state)
-                       : ippsRandUniform_16s((Ipp16s *)data, orbLen32(len), (IppsRandUniState_16s *)state);
+        status = gauss ? ippsRandGaussGetSize_16s(&size) : ippsRandUniformGetSize_16s(&size);
     } else {
         HostError(cb, MSG_NOT_SUPPORTED);
         return args[1];
     }
+    if (!orbOk(cb, &held, status))
+        return args[1];
+    state = orbMalloc8u(&held, size);
+    if (!orbAllocated(cb, &held))
+        return args[1];
+    if (code == DT_FLOAT4)
+        status = gauss ? ippsRandGaussInit_32f((IppsRandGaussState_32f *)state, a32, b32, seed)
+                       : ippsRandUniformInit_32f((IppsRandUniState_32f *)state, a32, b32, seed);
+    else if (code == DT_FLOAT8)
+        status = gauss ? ippsRandGaussInit_64f((IppsRandGaussState_64f *)state, a64, b64, seed)
+                       : ippsRandUniformInit_64f((IppsRandUniState_64f *)state, a64, b64, seed);
+    else
+        status = gauss ? ippsRandGaussInit_16s((IppsRandGaussState_16s *)state, a16, b16, seed)
+                       : ippsRandUniformInit_16s((IppsRandUniState_16s *)state, a16, b16, seed);
+    if (!orbInitOk(cb, &held, status))
+        return args[1];
+    if (!orbFits(cb, &len, args[1], code)) {
+        orbRelease(&held);
+        return args[1];
+    }
+    if (code == DT_FLOAT4)
+        status = gauss ? ippsRandGauss_32f((Ipp32f *)data, orbLen32(len), (IppsRandGaussState_32f *)state)
+                       : ippsRandUniform_32f((Ipp32f *)data, orbLen32(len), (IppsRandUniState_32f *)state);
+    else if (code == DT_FLOAT8)
+        status = gauss ? ippsRandGauss_64f((Ipp64f *)data, orbLen32(len), (IppsRandGaussState_64f *)state)
+                       : ippsRandUniform_64f((Ipp64f *)data, orbLen32(len), (IppsRandUniState_64f *)state);
+    else
+        status = gauss ? ippsRandGauss_16s((Ipp16s *)data, orbLen32(len), (IppsRandGaussState_16s *)state)
+                       : ippsRandUniform_16s((Ipp16s *)data, orbLen32(len), (IppsRandUniState_16s *)state);
     if (!orbOk(cb, &held, status))
         return args[1];
     orbRelease(&held);

@@ -548,13 +548,17 @@ ORB_API HostValue orbGoertz(HostCallbacks cb, ArgSeq args)
 
 /* ---- Haar wavelet ---- */
 
-/* orbFwdHaarWT: low-pass and high-pass outputs, then the signal, which
- * decides the datatype. */
-ORB_API HostValue orbFwdHaarWT(HostCallbacks cb, ArgSeq args)
+/* The two Haar exports: orbFwdHaarWT takes the low-pass and high-pass
+ * outputs, then the signal; orbInvHaarWT the signal output first, then the
+ * low-pass and high-pass inputs. The signal decides the datatype. The length
+ * message names the third rtable in both directions, although for the
+ * inverse it is the first that must be twice as long; the wording is kept. */
+static HostValue haarExport(HostCallbacks cb, ArgSeq args, int inverse)
 {
     int64_t n = orbBegin(cb, args);
+    const int at = inverse ? 1 : 3, atLow = inverse ? 2 : 1, atHigh = inverse ? 3 : 2;
     int64_t code, len;
-    void *src, *low, *high;
+    void *signal, *low, *high;
     int64_t lowLen, highLen;
     IppStatus status = ORB_NO_KERNEL;
 
@@ -562,11 +566,11 @@ ORB_API HostValue orbFwdHaarWT(HostCallbacks cb, ArgSeq args)
         orbArityError(cb, ARITY_THREE, n);
         return 0;
     }
-    code = orbTarget(cb, args[3], &len, &src);
+    code = orbTarget(cb, args[at], &len, &signal);
     switch (orbDatatype(code)) {
     case DT_FLOAT4: case DT_FLOAT8: case DT_INT2:
-        low = orbSampleOf(cb, args[1], code, &lowLen);
-        high = orbSampleOf(cb, args[2], code, &highLen);
+        low = orbSampleOf(cb, args[atLow], code, &lowLen);
+        high = orbSampleOf(cb, args[atHigh], code, &highLen);
         break;
     case DT_ANYTHING: case DT_PAIR: case DT_INT1: case DT_INT4: case DT_INT8: case DT_COMPLEX8:
         HostError(cb, MSG_NOT_SUPPORTED);
@@ -576,14 +580,22 @@ ORB_API HostValue orbFwdHaarWT(HostCallbacks cb, ArgSeq args)
         HostError(cb, MSG_HAAR_LENGTHS);
         return args[1];
     }
-    if (!fitsWhole(cb, len, args[3], code) || !fitsWhole(cb, lowLen, args[1], code) ||
-        !fitsWhole(cb, highLen, args[2], code))
+    if (!fitsWhole(cb, len, args[at], code) || !fitsWhole(cb, lowLen, args[atLow], code) ||
+        !fitsWhole(cb, highLen, args[atHigh], code))
         return args[1];
     switch (orbDatatype(code)) {
-    case DT_FLOAT4: status = ippsWTHaarFwd_32f((const Ipp32f *)src, orbLen32(len), (Ipp32f *)low, (Ipp32f *)high); break;
-    case DT_FLOAT8: status = ippsWTHaarFwd_64f((const Ipp64f *)src, orbLen32(len), (Ipp64f *)low, (Ipp64f *)high); break;
+    case DT_FLOAT4:
+        status = inverse ? ippsWTHaarInv_32f((const Ipp32f *)low, (const Ipp32f *)high, (Ipp32f *)signal, orbLen32(len))
+                         : ippsWTHaarFwd_32f((const Ipp32f *)signal, orbLen32(len), (Ipp32f *)low, (Ipp32f *)high);
+        break;
+    case DT_FLOAT8:
+        status = inverse ? ippsWTHaarInv_64f((const Ipp64f *)low, (const Ipp64f *)high, (Ipp64f *)signal, orbLen32(len))
+                         : ippsWTHaarFwd_64f((const Ipp64f *)signal, orbLen32(len), (Ipp64f *)low, (Ipp64f *)high);
+        break;
     case DT_INT2:
-        status = ippsWTHaarFwd_16s_Sfs((const Ipp16s *)src, orbLen32(len), (Ipp16s *)low, (Ipp16s *)high, 0);
+        status = inverse
+                     ? ippsWTHaarInv_16s_Sfs((const Ipp16s *)low, (const Ipp16s *)high, (Ipp16s *)signal, orbLen32(len), 0)
+                     : ippsWTHaarFwd_16s_Sfs((const Ipp16s *)signal, orbLen32(len), (Ipp16s *)low, (Ipp16s *)high, 0);
         break;
     case DT_ANYTHING: case DT_PAIR: case DT_INT1: case DT_INT4: case DT_INT8: case DT_COMPLEX8: break;
     }
@@ -592,47 +604,6 @@ ORB_API HostValue orbFwdHaarWT(HostCallbacks cb, ArgSeq args)
     return args[1];
 }
 
-/* orbInvHaarWT: the signal output first, then the low-pass and high-pass
- * inputs. The length message names the third rtable although here the
- * first must be twice as long; the wording is kept. */
-ORB_API HostValue orbInvHaarWT(HostCallbacks cb, ArgSeq args)
-{
-    int64_t n = orbBegin(cb, args);
-    int64_t code, len;
-    void *dst, *low, *high;
-    int64_t lowLen, highLen;
-    IppStatus status = ORB_NO_KERNEL;
+ORB_API HostValue orbFwdHaarWT(HostCallbacks cb, ArgSeq args) { return haarExport(cb, args, 0); }
 
-    if (n < 3) {
-        orbArityError(cb, ARITY_THREE, n);
-        return 0;
-    }
-    code = orbTarget(cb, args[1], &len, &dst);
-    switch (orbDatatype(code)) {
-    case DT_FLOAT4: case DT_FLOAT8: case DT_INT2:
-        low = orbSampleOf(cb, args[2], code, &lowLen);
-        high = orbSampleOf(cb, args[3], code, &highLen);
-        break;
-    case DT_ANYTHING: case DT_PAIR: case DT_INT1: case DT_INT4: case DT_INT8: case DT_COMPLEX8:
-        HostError(cb, MSG_NOT_SUPPORTED);
-        return args[1];
-    }
-    if (2 * lowLen != len || 2 * highLen != len) {
-        HostError(cb, MSG_HAAR_LENGTHS);
-        return args[1];
-    }
-    if (!fitsWhole(cb, len, args[1], code) || !fitsWhole(cb, lowLen, args[2], code) ||
-        !fitsWhole(cb, highLen, args[3], code))
-        return args[1];
-    switch (orbDatatype(code)) {
-    case DT_FLOAT4: status = ippsWTHaarInv_32f((const Ipp32f *)low, (const Ipp32f *)high, (Ipp32f *)dst, orbLen32(len)); break;
-    case DT_FLOAT8: status = ippsWTHaarInv_64f((const Ipp64f *)low, (const Ipp64f *)high, (Ipp64f *)dst, orbLen32(len)); break;
-    case DT_INT2:
-        status = ippsWTHaarInv_16s_Sfs((const Ipp16s *)low, (const Ipp16s *)high, (Ipp16s *)dst, orbLen32(len), 0);
-        break;
-    case DT_ANYTHING: case DT_PAIR: case DT_INT1: case DT_INT4: case DT_INT8: case DT_COMPLEX8: break;
-    }
-    if (status < 0)
-        orbIppError(cb, status);
-    return args[1];
-}
+ORB_API HostValue orbInvHaarWT(HostCallbacks cb, ArgSeq args) { return haarExport(cb, args, 1); }
