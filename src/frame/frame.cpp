@@ -101,6 +101,19 @@ int orbFits(HostCallbacks cb, int64_t *count, HostValue v, int64_t code)
     return *count > 0;
 }
 
+int64_t orbStorageBytes(HostCallbacks cb, HostValue v)
+{
+    RTableSettings s;
+
+    if (!HostIsRTable(cb, v))
+        return 0;
+    memset(&s, 0, sizeof s);
+    HostRTableGetSettings(cb, &s, v);
+    if (s.storage != RTABLE_RECTANGULAR)
+        return 0;
+    return elementBytes(s.datatype) * HostRTableNumElements(cb, v);
+}
+
 int orbAllFit(HostCallbacks cb, int64_t *count, ArgSeq args, int first, int last, int64_t code)
 {
     int i;

@@ -55,6 +55,17 @@ int orbFits(HostCallbacks cb, int64_t *count, HostValue v, int64_t code);
 /* orbFits for arguments first to last, all read as datatype code. */
 int orbAllFit(HostCallbacks cb, int64_t *count, ArgSeq args, int first, int last, int64_t code);
 
+/* Bytes of storage behind v: 0 for anything but a rectangular rtable of
+ * numbers. For exports that read matrices and images by their own sizes. */
+int64_t orbStorageBytes(HostCallbacks cb, HostValue v);
+
+/* Argument i, or the null value beyond the count n received, for the exports
+ * that do not check their count. */
+static inline HostValue orbArgAt(HostCallbacks cb, ArgSeq args, int64_t n, int i)
+{
+    return i <= n ? args[i] : HostNullValue(cb);
+}
+
 /* Steps 1 and 2 of every export: the argument count, then initialisation. */
 static inline int64_t orbBegin(HostCallbacks cb, ArgSeq args)
 {

@@ -15,35 +15,6 @@
 
 #define MSG_TOO_SMALL "rtable is too small for the image"
 
-/* Argument i, or the null value beyond the count received. */
-static HostValue argAt(HostCallbacks cb, ArgSeq args, int64_t n, int i)
-{
-    return i <= n ? args[i] : HostNullValue(cb);
-}
-
-/* Bytes of storage behind v: 0 for anything but a rectangular rtable of
- * numbers. */
-static int64_t storageBytes(HostCallbacks cb, HostValue v)
-{
-    RTableSettings s;
-    int64_t width = 0;
-
-    if (!HostIsRTable(cb, v))
-        return 0;
-    memset(&s, 0, sizeof s);
-    HostRTableGetSettings(cb, &s, v);
-    if (s.storage != RTABLE_RECTANGULAR)
-        return 0;
-    switch (orbDatatype(s.datatype)) {
-    case DT_INT1: width = 1; break;
-    case DT_INT2: width = 2; break;
-    case DT_INT4: case DT_FLOAT4: width = 4; break;
-    case DT_INT8: case DT_FLOAT8: width = 8; break;
-    case DT_COMPLEX8: width = 16; break;
-    case DT_ANYTHING: case DT_PAIR: width = 0; break;
-    }
-    return width * HostRTableNumElements(cb, v);
-}
 
 /* An 8-bit image: its storage, height and width. */
 typedef struct Image {
@@ -66,7 +37,7 @@ static int holds(HostCallbacks cb, HostValue v, IppiSize size)
 {
     if (size.width <= 0 || size.height <= 0)
         return 1; /* nothing is touched; the backend refuses the size */
-    return storageBytes(cb, v) / size.width >= size.height;
+    return orbStorageBytes(cb, v) / size.width >= size.height;
 }
 
 /* Storage of an output for items of itemBytes each: the pointer and how
@@ -75,7 +46,7 @@ static void *outputFor(HostCallbacks cb, HostValue v, int64_t itemBytes, int64_t
 {
     void *data = HostRTableData(cb, v);
 
-    *room = storageBytes(cb, v) / itemBytes;
+    *room = orbStorageBytes(cb, v) / itemBytes;
     return *room > 0 ? data : NULL;
 }
 
@@ -93,15 +64,15 @@ ORB_API HostValue orbCannyEdgeDetect(HostCallbacks cb, ArgSeq args)
 
     orbCallStart();
     n = HostNumArgs(cb, args);
-    dst = GetUInt1Matrix(cb, argAt(cb, args, n, 1));
-    src = readImage(cb, argAt(cb, args, n, 2));
-    filter = GetInt(cb, argAt(cb, args, n, 3));
+    dst = GetUInt1Matrix(cb, orbArgAt(cb, args, n, 1));
+    src = readImage(cb, orbArgAt(cb, args, n, 2));
+    filter = GetInt(cb, orbArgAt(cb, args, n, 3));
     kernel = filter == 1 || filter == 2 ? ippFilterSobel : ippFilterScharr;
     mask = filter == 2 ? ippMskSize5x5 : ippMskSize3x3;
-    low = GetFloat4Value(cb, argAt(cb, args, n, 4));
-    high = GetFloat4Value(cb, argAt(cb, args, n, 5));
-    normArg = GetInt(cb, argAt(cb, args, n, 6));
-    if (!holds(cb, argAt(cb, args, n, 2), src.size) || !holds(cb, argAt(cb, args, n, 1), src.size)) {
+    low = GetFloat4Value(cb, orbArgAt(cb, args, n, 4));
+    high = GetFloat4Value(cb, orbArgAt(cb, args, n, 5));
+    normArg = GetInt(cb, orbArgAt(cb, args, n, 6));
+    if (!holds(cb, orbArgAt(cb, args, n, 2), src.size) || !holds(cb, orbArgAt(cb, args, n, 1), src.size)) {
         HostError(cb, MSG_TOO_SMALL);
         return 0;
     }
@@ -133,18 +104,18 @@ ORB_API HostValue orbHoughLineRegion(HostCallbacks cb, ArgSeq args)
 
     orbCallStart();
     n = HostNumArgs(cb, args);
-    lines = (IppPointPolar *)outputFor(cb, argAt(cb, args, n, 1), (int64_t)sizeof(IppPointPolar), &room);
-    src = readImage(cb, argAt(cb, args, n, 2));
-    threshold = (int)GetInt(cb, argAt(cb, args, n, 5));
-    maxLines = (int)GetInt(cb, argAt(cb, args, n, 10));
-    delta.rho = GetFloat4Value(cb, argAt(cb, args, n, 3));
-    delta.theta = GetFloat4Value(cb, argAt(cb, args, n, 4));
-    region[0].rho = GetFloat4Value(cb, argAt(cb, args, n, 6));
-    region[0].theta = GetFloat4Value(cb, argAt(cb, args, n, 8));
-    region[1].rho = GetFloat4Value(cb, argAt(cb, args, n, 7));
-    region[1].theta = GetFloat4Value(cb, argAt(cb, args, n, 9));
-    lineCount = (int *)outputFor(cb, argAt(cb, args, n, 11), (int64_t)sizeof(int), &countRoom);
-    if (!holds(cb, argAt(cb, args, n, 2), src.size)) {
+    lines = (IppPointPolar *)outputFor(cb, orbArgAt(cb, args, n, 1), (int64_t)sizeof(IppPointPolar), &room);
+    src = readImage(cb, orbArgAt(cb, args, n, 2));
+    threshold = (int)GetInt(cb, orbArgAt(cb, args, n, 5));
+    maxLines = (int)GetInt(cb, orbArgAt(cb, args, n, 10));
+    delta.rho = GetFloat4Value(cb, orbArgAt(cb, args, n, 3));
+    delta.theta = GetFloat4Value(cb, orbArgAt(cb, args, n, 4));
+    region[0].rho = GetFloat4Value(cb, orbArgAt(cb, args, n, 6));
+    region[0].theta = GetFloat4Value(cb, orbArgAt(cb, args, n, 8));
+    region[1].rho = GetFloat4Value(cb, orbArgAt(cb, args, n, 7));
+    region[1].theta = GetFloat4Value(cb, orbArgAt(cb, args, n, 9));
+    lineCount = (int *)outputFor(cb, orbArgAt(cb, args, n, 11), (int64_t)sizeof(int), &countRoom);
+    if (!holds(cb, orbArgAt(cb, args, n, 2), src.size)) {
         HostError(cb, MSG_TOO_SMALL);
         return 0;
     }
@@ -181,17 +152,17 @@ ORB_API HostValue orbProbabilisticHoughLine(HostCallbacks cb, ArgSeq args)
 
     orbCallStart();
     n = HostNumArgs(cb, args);
-    segments = (IppiPoint *)outputFor(cb, argAt(cb, args, n, 1), 2 * (int64_t)sizeof(IppiPoint), &room);
-    src = readImage(cb, argAt(cb, args, n, 2));
-    threshold = (int)GetInt(cb, argAt(cb, args, n, 5));
-    lineLength = (int)GetInt(cb, argAt(cb, args, n, 6));
-    lineGap = (int)GetInt(cb, argAt(cb, args, n, 7));
-    maxLines = (int)GetInt(cb, argAt(cb, args, n, 8));
-    (void)HostRTableNumElements(cb, argAt(cb, args, n, 2));
-    delta.rho = GetFloat4Value(cb, argAt(cb, args, n, 3));
-    delta.theta = GetFloat4Value(cb, argAt(cb, args, n, 4));
-    lineCount = (int *)outputFor(cb, argAt(cb, args, n, 9), (int64_t)sizeof(int), &countRoom);
-    if (!holds(cb, argAt(cb, args, n, 2), src.size)) {
+    segments = (IppiPoint *)outputFor(cb, orbArgAt(cb, args, n, 1), 2 * (int64_t)sizeof(IppiPoint), &room);
+    src = readImage(cb, orbArgAt(cb, args, n, 2));
+    threshold = (int)GetInt(cb, orbArgAt(cb, args, n, 5));
+    lineLength = (int)GetInt(cb, orbArgAt(cb, args, n, 6));
+    lineGap = (int)GetInt(cb, orbArgAt(cb, args, n, 7));
+    maxLines = (int)GetInt(cb, orbArgAt(cb, args, n, 8));
+    (void)HostRTableNumElements(cb, orbArgAt(cb, args, n, 2));
+    delta.rho = GetFloat4Value(cb, orbArgAt(cb, args, n, 3));
+    delta.theta = GetFloat4Value(cb, orbArgAt(cb, args, n, 4));
+    lineCount = (int *)outputFor(cb, orbArgAt(cb, args, n, 9), (int64_t)sizeof(int), &countRoom);
+    if (!holds(cb, orbArgAt(cb, args, n, 2), src.size)) {
         HostError(cb, MSG_TOO_SMALL);
         return 0;
     }

@@ -99,42 +99,12 @@ ORB_API __attribute__((noinline)) OrbBorderFunc chooseBorderFunc(int borderType,
 
 /* ---- Helpers ---- */
 
-/* Argument i, or the null value beyond the count received. */
-static HostValue argAt(HostCallbacks cb, ArgSeq args, int64_t n, int i)
-{
-    return i <= n ? args[i] : HostNullValue(cb);
-}
-
-/* Bytes of storage behind v: 0 for anything but a rectangular rtable of
- * numbers. */
-static int64_t storageBytes(HostCallbacks cb, HostValue v)
-{
-    RTableSettings s;
-    int64_t width = 0;
-
-    if (!HostIsRTable(cb, v))
-        return 0;
-    memset(&s, 0, sizeof s);
-    HostRTableGetSettings(cb, &s, v);
-    if (s.storage != RTABLE_RECTANGULAR)
-        return 0;
-    switch (orbDatatype(s.datatype)) {
-    case DT_INT1: width = 1; break;
-    case DT_INT2: width = 2; break;
-    case DT_INT4: case DT_FLOAT4: width = 4; break;
-    case DT_INT8: case DT_FLOAT8: width = 8; break;
-    case DT_COMPLEX8: width = 16; break;
-    case DT_ANYTHING: case DT_PAIR: width = 0; break;
-    }
-    return width * HostRTableNumElements(cb, v);
-}
-
 /* Whether v's storage holds rows x cols pixels of channels floats. */
 static int holds(HostCallbacks cb, HostValue v, int64_t rows, int64_t cols, int channels)
 {
     if (rows <= 0 || cols <= 0)
         return 1; /* nothing is touched; the backend refuses the size */
-    return storageBytes(cb, v) / 4 / channels / cols >= rows;
+    return orbStorageBytes(cb, v) / 4 / channels / cols >= rows;
 }
 
 /* A zeroed bordered scratch image of width x height with margin rows in
@@ -167,20 +137,20 @@ static void readBank(HostCallbacks cb, ArgSeq args, int64_t n, Bank *b)
     const Ipp32f *three;
     int64_t have, i;
 
-    v = argAt(cb, args, n, 6);
+    v = orbArgAt(cb, args, n, 6);
     b->low = GetFloat4Sample(cb, v);
     have = HostRTableNumElements(cb, v);
-    b->lenLow = orbLen32(have < storageBytes(cb, v) / 4 ? have : storageBytes(cb, v) / 4);
-    b->anchorLow = (int)GetInt(cb, argAt(cb, args, n, 7));
-    v = argAt(cb, args, n, 8);
+    b->lenLow = orbLen32(have < orbStorageBytes(cb, v) / 4 ? have : orbStorageBytes(cb, v) / 4);
+    b->anchorLow = (int)GetInt(cb, orbArgAt(cb, args, n, 7));
+    v = orbArgAt(cb, args, n, 8);
     b->high = GetFloat4Sample(cb, v);
     have = HostRTableNumElements(cb, v);
-    b->lenHigh = orbLen32(have < storageBytes(cb, v) / 4 ? have : storageBytes(cb, v) / 4);
-    b->anchorHigh = (int)GetInt(cb, argAt(cb, args, n, 9));
-    b->value = GetFloat4Value(cb, argAt(cb, args, n, 11));
-    v = argAt(cb, args, n, 12);
+    b->lenHigh = orbLen32(have < orbStorageBytes(cb, v) / 4 ? have : orbStorageBytes(cb, v) / 4);
+    b->anchorHigh = (int)GetInt(cb, orbArgAt(cb, args, n, 9));
+    b->value = GetFloat4Value(cb, orbArgAt(cb, args, n, 11));
+    v = orbArgAt(cb, args, n, 12);
     three = GetFloat4Sample(cb, v);
-    have = storageBytes(cb, v) / 4;
+    have = orbStorageBytes(cb, v) / 4;
     for (i = 0; i < 3; ++i)
         b->values[i] = i < have && three != NULL ? three[i] : 0.0f;
 }
@@ -192,8 +162,8 @@ static void readImages(HostCallbacks cb, ArgSeq args, int64_t n, int channels, I
     int i;
 
     for (i = 1; i <= 5; ++i)
-        image[i] = channels == 3 ? GetFloat4Image(cb, argAt(cb, args, n, i))
-                                 : GetFloat4Matrix(cb, argAt(cb, args, n, i));
+        image[i] = channels == 3 ? GetFloat4Image(cb, orbArgAt(cb, args, n, i))
+                                 : GetFloat4Matrix(cb, orbArgAt(cb, args, n, i));
 }
 
 static IppStatus callBorder(OrbBorderFunc border, const Ipp32f *src, int srcStep, int srcW, int srcH, Ipp32f *dst,
@@ -222,10 +192,10 @@ static HostValue forward(HostCallbacks cb, ArgSeq args, OrbBorderFunc border, in
     IppStatus status;
 
     readImages(cb, args, n, C, image);
-    height = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 5), 1);
-    width = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 5), 2);
-    dstH = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 1), 1);
-    dstW = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 1), 2);
+    height = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 5), 1);
+    width = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 5), 2);
+    dstH = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 1), 1);
+    dstW = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 1), 2);
     readBank(cb, args, n, &b);
 
     left = b.lenLow - 1 - b.anchorLow;
@@ -240,12 +210,12 @@ static HostValue forward(HostCallbacks cb, ArgSeq args, OrbBorderFunc border, in
     bigH = left + paddedH + right;
 
     /* The transform reads two source rows and columns per output one. */
-    if (!holds(cb, argAt(cb, args, n, 5), height, width, C) || 2L * dstW > paddedW || 2L * dstH > paddedH) {
+    if (!holds(cb, orbArgAt(cb, args, n, 5), height, width, C) || 2L * dstW > paddedW || 2L * dstH > paddedH) {
         HostError(cb, MSG_SIZES);
         return 0;
     }
     for (k = 1; k <= 4; ++k)
-        if (!holds(cb, argAt(cb, args, n, k), dstH, dstW, C)) {
+        if (!holds(cb, orbArgAt(cb, args, n, k), dstH, dstW, C)) {
             HostError(cb, MSG_SIZES);
             return 0;
         }
@@ -324,9 +294,9 @@ static HostValue inverse(HostCallbacks cb, ArgSeq args, OrbBorderFunc border, in
     IppStatus status;
 
     readImages(cb, args, n, C, image);
-    height = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 2), 1);
-    width = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 2), 2);
-    dstW = (int)HostRTableUpperBound(cb, argAt(cb, args, n, 1), 2);
+    height = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 2), 1);
+    width = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 2), 2);
+    dstW = (int)HostRTableUpperBound(cb, orbArgAt(cb, args, n, 1), 2);
     readBank(cb, args, n, &b);
 
     leftLow = (b.lenLow - 1 - b.anchorLow) / 2;
@@ -340,11 +310,11 @@ static HostValue inverse(HostCallbacks cb, ArgSeq args, OrbBorderFunc border, in
 
     /* The output takes twice the subbands' size, in rows of dstW pixels. */
     for (k = 2; k <= 5; ++k)
-        if (!holds(cb, argAt(cb, args, n, k), height, width, C)) {
+        if (!holds(cb, orbArgAt(cb, args, n, k), height, width, C)) {
             HostError(cb, MSG_SIZES);
             return 0;
         }
-    if (width > 0 && height > 0 && (2L * width > dstW || !holds(cb, argAt(cb, args, n, 1), 2L * height, dstW, C))) {
+    if (width > 0 && height > 0 && (2L * width > dstW || !holds(cb, orbArgAt(cb, args, n, 1), 2L * height, dstW, C))) {
         HostError(cb, MSG_SIZES);
         return 0;
     }
@@ -440,8 +410,8 @@ static HostValue dispatch(HostCallbacks cb, ArgSeq args, int imageArg, int isFor
 
     orbCallStart();
     n = HostNumArgs(cb, args);
-    numDims = HostRTableNumDimensions(cb, argAt(cb, args, n, imageArg));
-    borderType = GetInt(cb, argAt(cb, args, n, 10));
+    numDims = HostRTableNumDimensions(cb, orbArgAt(cb, args, n, imageArg));
+    borderType = GetInt(cb, orbArgAt(cb, args, n, 10));
     border = chooseBorderFunc((int)borderType, numDims);
     if (numDims == 2)
         return isForward ? orbIppWTFwd_C1(cb, args, border) : orbIppWTInv_C1(cb, args, border);
