@@ -9,7 +9,6 @@
  * maximum above that is lowered to it), and an output with no room at all
  * is handed over as a null pointer, which the backend refuses.
  */
-#include <string.h>
 
 #include "frame/frame.h"
 
