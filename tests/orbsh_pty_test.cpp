@@ -76,7 +76,8 @@ TEST(OrbshTerminal, CtrlCDropsTheLineTabCompletesHistoryIsKept)
         t.type("x = 41\r");
         ASSERT_TRUE(t.waitFor("> "));
         t.type("x = 99 this line is dropped");
-        t.type("\x03");  // Ctrl-C: the session goes on, x is still 41
+        ASSERT_TRUE(t.waitFor("dropped"));  // echoed: the line editor is reading
+        t.type("\x03");                     // Ctrl-C: the session goes on, x is still 41
         ASSERT_TRUE(t.waitFor("^C"));
         t.type("x\r");
         EXPECT_TRUE(t.waitFor("41"));
