@@ -94,6 +94,21 @@ void destroy(Slot *s)
     delete s;
 }
 
+// At exit (or when the library is unloaded) the idle plans are destroyed;
+// one still lent to a thread that outlives the cache is left to the process.
+struct Teardown {
+    ~Teardown()
+    {
+        std::lock_guard<std::mutex> lock(planner);
+        for (auto &entry : plans)
+            if (entry.second->users == 0) destroy(entry.second);
+        for (Slot *s : retired)
+            if (s->users == 0) destroy(s);
+        plans.clear();
+        retired.clear();
+    }
+} teardown;  // constructed after the map and the list, so destroyed before them
+
 // Destroys replaced plans that are no longer lent out, then evicts least
 // recently used idle plans until the cache is within capacity.
 void trim()
