@@ -1,6 +1,6 @@
 // Filter kernels over 1,000,000 samples against plain loops built with and
 // without vectorisation. The argument is the number of taps (FIR), the
-// order (IIR) or the mask (median); specifications and states are made
+// order (IIR) or the mask (median); set-up structures and states are made
 // once, outside the timed loop, as a caller filtering a stream would.
 #include <benchmark/benchmark.h>
 

@@ -225,7 +225,7 @@ TEST(KernelsImage, WaveletRefusesBadBanksAndContexts)
         EXPECT_EQ(ippiWTInvGetSize_32f(c.ch, c.lenL, c.aL, c.lenH, c.aH, &a, &b), c.want);
     }
     EXPECT_EQ(ippiWTFwdGetSize_32f(1, 2, 0, 2, 0, nullptr, &b), ippStsNullPtrErr);
-    // A specification of the other direction or channel count is refused.
+    // A set-up structure of the other direction or channel count is refused.
     const float t[2] = {1, 1};
     ASSERT_EQ(ippiWTFwdGetSize_32f(1, 2, 1, 2, 1, &a, &b), ippStsNoErr);
     std::vector<Ipp8u> spec(static_cast<size_t>(a)), buf(static_cast<size_t>(b));

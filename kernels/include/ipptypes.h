@@ -104,7 +104,7 @@ typedef enum {
 /* A line in polar form (Hough transforms). */
 typedef struct { Ipp32f rho; Ipp32f theta; } IppPointPolar;
 
-/* Opaque specification and state structures; the functions that use them
+/* Opaque set-up and state structures; the functions that use them
  * size them with their own queries and initialise them in caller memory. */
 typedef struct IppsFFTSpec_C_32fc IppsFFTSpec_C_32fc;
 typedef struct IppsFFTSpec_C_64fc IppsFFTSpec_C_64fc;

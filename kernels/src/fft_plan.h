@@ -1,7 +1,7 @@
 /* The backend's FFTW plans, kept between calls.
  *
  * Planning costs more than executing for all but large transforms, and the
- * transform entry points are called with a fresh specification structure
+ * transform entry points are called with a fresh set-up structure
  * each time, so the plans live here instead: one cache for the whole
  * backend, keyed by what a plan computes, its size and precision, and the
  * alignment class of every array it runs on (FFTW's new-array execute

@@ -8,7 +8,7 @@
  * source samples in the same order, so that a following call continues the
  * signal. Short filters run in direct form, vectorised across outputs; long
  * ones by overlap-save with FFTW (plans from the backend's cache), the taps'
- * spectrum kept in the specification. Both read the source through a staging
+ * spectrum kept in the set-up structure. Both read the source through a staging
  * block in the work buffer, so pDst may be pSrc.
  *
  * Design: the ideal response's coefficients, centred on (tapsLen - 1) / 2,

@@ -1,4 +1,4 @@
-/* The specification structures of the transforms (DFT, FFT, DCT, Hilbert).
+/* The set-up structures of the transforms (DFT, FFT, DCT, Hilbert).
  *
  * The caller sizes, allocates, initialises and frees a structure around
  * every transform, so the structure holds only what one call needs: what it

@@ -45,7 +45,7 @@ constexpr int kStrip = 256;
 constexpr uint32_t kFwdMagic = 0x57544657u;  // "WTFW"
 constexpr uint32_t kInvMagic = 0x57544956u;  // "WTIV"
 
-/* The specification: a header followed by the low then the high taps. */
+/* The set-up structure: a header followed by the low then the high taps. */
 struct WTSpec {
     uint32_t magic;
     int channels;

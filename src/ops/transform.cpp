@@ -4,7 +4,7 @@
  * the analytic signal, one DFT value by the Goertzel recurrence, and one
  * level of the Haar wavelet.
  *
- * The transforms that need a backend specification structure size,
+ * The transforms that need a backend set-up structure size,
  * allocate, initialise and free their own on every call; nothing is kept
  * between calls at this level. Initialisers fail on any status other than
  * success, and the analytic signal keeps its inverted initialiser test: a
