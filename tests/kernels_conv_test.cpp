@@ -202,7 +202,7 @@ TEST(KernelsConvStatus, ChecksInDocumentedOrder)
         {ippsAutoCorrNormGetBufferSize(4, 4, ipp64f, 0x300, &size), ippStsAlgTypeErr},
         {ippsAutoCorrNormGetBufferSize(4, 4, ipp16s, ippAlgAuto, &size), ippStsDataTypeErr},
         {ippsAutoCorrNorm_64f(x, 4, y, 0, ippAlgAuto, buf), ippStsSizeErr},
-        {ippsCrossCorrNormGetBufferSize(4, 4, 4, -3, ipp64f, ippAlgFFT | ippsNormU, nullptr), ippStsNullPtrErr},
+        {ippsCrossCorrNormGetBufferSize(4, 4, 4, -3, ipp64f, int(ippAlgFFT) | int(ippsNormU), nullptr), ippStsNullPtrErr},
         {ippsCrossCorrNorm_64f(x, 4, x, 4, y, 4, 0, 0x400, buf), ippStsAlgTypeErr},
     };
     for (size_t i = 0; i < sizeof rows / sizeof rows[0]; ++i) EXPECT_EQ(rows[i].want, rows[i].got) << "row " << i;

@@ -373,8 +373,8 @@ IppStatus Single(const T *u, const T *v, const Window &w, int64_t n, T *out, Ipp
     const Lease fwd = AcquirePlan(PlanKind::kR2C, F::kPrec, int(n), r, su);
     const Lease inv = AcquirePlan(PlanKind::kC2R, F::kPrec, int(n), su, r);
     if (!fwd.plan || !inv.plan) {
-        if (fwd.plan) ReleasePlan(fwd);
-        if (inv.plan) ReleasePlan(inv);
+        ReleasePlan(fwd);  // a failed lease gives back nothing
+        ReleasePlan(inv);
         return ippStsMemAllocErr;
     }
     PaddedCopy(u, w.lu, 0, r, n);
@@ -400,8 +400,8 @@ IppStatus OverlapSave(const T *h, int64_t m, const T *x, int64_t lx, const Windo
     const Lease fwd = AcquirePlan(PlanKind::kR2C, F::kPrec, int(n), r, sx);
     const Lease inv = AcquirePlan(PlanKind::kC2R, F::kPrec, int(n), sx, r);
     if (!fwd.plan || !inv.plan) {
-        if (fwd.plan) ReleasePlan(fwd);
-        if (inv.plan) ReleasePlan(inv);
+        ReleasePlan(fwd);  // a failed lease gives back nothing
+        ReleasePlan(inv);
         return ippStsMemAllocErr;
     }
     PaddedCopy(h, m, 0, r, n);
@@ -481,8 +481,8 @@ IppStatus ComplexWindow(const Ipp64fc *u, int64_t lu, const Ipp64fc *v, int64_t 
     const Lease fwd = AcquirePlan(PlanKind::kC2CForward, PlanPrecision::kDouble, int(n), su, su);
     const Lease inv = AcquirePlan(PlanKind::kC2CBackward, PlanPrecision::kDouble, int(n), su, su);
     if (!fwd.plan || !inv.plan) {
-        if (fwd.plan) ReleasePlan(fwd);
-        if (inv.plan) ReleasePlan(inv);
+        ReleasePlan(fwd);  // a failed lease gives back nothing
+        ReleasePlan(inv);
         return ippStsMemAllocErr;
     }
     PaddedCopy(reinterpret_cast<const fftw_complex *>(u), lu, 0, su, n);
@@ -530,8 +530,8 @@ IppStatus AutoSingle(const T *x, int64_t len, const Window &w, int64_t n, T *out
     const Lease fwd = AcquirePlan(PlanKind::kR2C, F::kPrec, int(n), r, sx);
     const Lease inv = AcquirePlan(PlanKind::kC2R, F::kPrec, int(n), sx, r);
     if (!fwd.plan || !inv.plan) {
-        if (fwd.plan) ReleasePlan(fwd);
-        if (inv.plan) ReleasePlan(inv);
+        ReleasePlan(fwd);  // a failed lease gives back nothing
+        ReleasePlan(inv);
         return ippStsMemAllocErr;
     }
     PaddedCopy(x, len, 0, r, n);

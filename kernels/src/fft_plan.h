@@ -69,6 +69,7 @@ inline Lease AcquirePlan(PlanKind kind, PlanPrecision precision, int n, const vo
     const void *const arrays[4] = {in, out, nullptr, nullptr};
     return AcquirePlan(kind, precision, n, arrays);
 }
+/* Gives a plan back; a lease whose plan is null gives back nothing. */
 void ReleasePlan(Lease lease);
 
 inline fftw_plan AsPlan64(Lease l) { return static_cast<fftw_plan>(l.plan); }

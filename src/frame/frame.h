@@ -171,6 +171,11 @@ Ipp32f *orbMallocImage32f(OrbHeld *held, int width, int height, int channels, in
 /* Frees every held block (the backend's free takes null too). */
 void orbRelease(OrbHeld *held);
 
+/* Frees one held block ahead of the others (a buffer needed only by an
+ * initialiser, a copy needed only by a border step); null or a block not
+ * held does nothing. */
+void orbReleaseBlock(OrbHeld *held, void *block);
+
 /* After a failed allocation: frees everything, raises "out of memory" and
  * says 0. Otherwise says 1. */
 int orbAllocated(HostCallbacks cb, OrbHeld *held);

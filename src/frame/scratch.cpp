@@ -80,6 +80,26 @@ void orbRelease(OrbHeld *held)
     }
 }
 
+void orbReleaseBlock(OrbHeld *held, void *block)
+{
+    int i;
+
+    if (block == NULL)
+        return;
+    for (i = 0; i < held->count; ++i)
+        if (held->block[i] == block) {
+            if (held->kind[i] == ORB_IMAGE)
+                ippiFree(block);
+            else
+                ippsFree(block);
+            held->count--;
+            held->block[i] = held->block[held->count];
+            held->kind[i] = held->kind[held->count];
+            held->block[held->count] = NULL;
+            return;
+        }
+}
+
 int orbAllocated(HostCallbacks cb, OrbHeld *held)
 {
     if (!held->failed)

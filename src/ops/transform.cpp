@@ -20,23 +20,6 @@
 #define MSG_POWER_OF_TWO "rtable sizes must be a positive power of two"
 #define MSG_HAAR_LENGTHS "third rtable must have twice the number of elements as have the first two rtables"
 
-/* Drops one block from a held record before the others: the
- * initialisation buffers are released as soon as their initialiser returns. */
-static void releaseBlock(OrbHeld *held, void *block)
-{
-    int i;
-
-    for (i = 0; i < held->count; ++i)
-        if (held->block[i] == block) {
-            ippsFree(block);
-            held->count--;
-            held->block[i] = held->block[held->count];
-            held->kind[i] = held->kind[held->count];
-            held->block[held->count] = NULL;
-            return;
-        }
-}
-
 /* Whether the kernel may run over all len elements of v as code: always,
  * unless a raise returned earlier in this call and v is not such an rtable
  * of at least len elements. */
@@ -193,7 +176,7 @@ static int fourierRun(HostCallbacks cb, const Fourier *f, int size, int flag, Ip
     if (!orbAllocated(cb, &held))
         return 0;
     status = fourierInit(f, &spec, size, flag, hint, memory, init);
-    releaseBlock(&held, init);
+    orbReleaseBlock(&held, init);
     if (!orbInitOk(cb, &held, status))
         return 0;
     work = orbMalloc8u(&held, workSize);
@@ -416,7 +399,7 @@ static HostValue dctExport(HostCallbacks cb, ArgSeq args, int forward)
     if (!orbAllocated(cb, &held))
         return args[1];
     status = dctInit(p, forward, &spec, orbLen32(len), hint, memory, init);
-    releaseBlock(&held, init);
+    orbReleaseBlock(&held, init);
     if (!orbInitOk(cb, &held, status))
         return args[1];
     work = orbMalloc8u(&held, workSize);
@@ -488,8 +471,8 @@ ORB_API HostValue orbHilbert(HostCallbacks cb, ArgSeq args)
         return args[1];
     }
     status = ippsHilbert_32f32fc(src, tmp, (IppsHilbertSpec *)spec, buffer);
-    releaseBlock(&held, spec);
-    releaseBlock(&held, buffer);
+    orbReleaseBlock(&held, spec);
+    orbReleaseBlock(&held, buffer);
     if (!orbOk(cb, &held, status))
         return args[1];
     Complex4ToComplex8(dst, tmp, len);

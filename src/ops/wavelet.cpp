@@ -237,13 +237,7 @@ static HostValue forward(HostCallbacks cb, ArgSeq args, OrbBorderFunc border, in
     if (!orbAllocated(cb, &held))
         return 0;
     status = callBorder(border, from, fromStep, paddedW, paddedH, big, bigStep, bigW, bigH, left, left, &b);
-    if (even != NULL) {
-        /* The even-size copy is the first block held: free it alone. */
-        ippiFree(held.block[0]);
-        held.block[0] = held.block[1];
-        held.kind[0] = held.kind[1];
-        held.count = 1;
-    }
+    orbReleaseBlock(&held, even);  /* the even-size copy, if one was made */
     if (!orbOk(cb, &held, status))
         return 0;
 
