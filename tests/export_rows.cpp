@@ -4,7 +4,6 @@
 #include <cstring>
 #include <sstream>
 
-#include "frame/frame.h"
 #include "orb/accessors.h"
 
 namespace orbrows {
@@ -160,44 +159,22 @@ const Row kRows[] = {
     {"orbBlackman", FN(orbBlackman), "f8 f8 0.5", "3", "two or three", "3678"},
     {"orbKaiser", FN(orbKaiser), "f8 f8 0.5", "3", "two or three", "3678"},
     // Images: borders, wavelets, edges and lines.
-    // These take matrices and images: the row's one-dimensional rtables at
-    // the image positions (a bit mask) are handed over as matrices of about
-    // square shape. None of them checks its count, so every count is one
-    // they accept (':' to '=' stand for 10 to 13, after the digits).
-#define ORB_IMAGE_ROW(f, positions)                                                                  \
-    reinterpret_cast<ExportFn>(+[](HostCallbacks cb, ArgSeq args) -> HostValue {                     \
-        HostValue local[24];                                                                         \
-        int64_t n = HostNumArgs(cb, args), last = n + 4 < 23 ? n + 4 : 23;                           \
-        for (int64_t i = 0; i <= last; ++i)                                                          \
-            local[i] = args[i];                                                                      \
-        for (int64_t i = 1; i <= n && i < 24; ++i) {                                                 \
-            orbhost::Host *h = orbhost::current();                                                   \
-            if (!((positions >> i) & 1) || !h->isRTable(local[i]))                                   \
-                continue;                                                                            \
-            orbhost::RTableInfo info = h->rtableInfo(local[i]);                                      \
-            int64_t rows = 1;                                                                        \
-            while ((rows + 1) * (rows + 1) <= info.count)                                            \
-                ++rows;                                                                              \
-            while (info.count % rows)                                                                \
-                --rows;                                                                              \
-            if (info.bounds.size() == 1 && info.count > 0)                                           \
-                local[i] = h->rtable(info.datatype, {{1, rows}, {1, info.count / rows}}, info.data); \
-        }                                                                                            \
-        return f(cb, local);                                                                         \
-    })
+    // These take matrices and images (the rtables at the positions of the
+    // last field become matrices). None of them checks its count, so every
+    // count is one they accept (':' to '=' stand for 10 to 13, after the
+    // digits).
 #define ORB_ANY_COUNT "0123456789:;<="
-    {"orbFwdDWT", ORB_IMAGE_ROW(orbFwdDWT, 0x3e), "f4/16 f4/16 f4/16 f4/16 f4/64 f4/2 1 f4/2 1 1 0.0 f4/3",
-     ORB_ANY_COUNT, "", "=8"},
-    {"orbInvDWT", ORB_IMAGE_ROW(orbInvDWT, 0x3e), "f4/64 f4/16 f4/16 f4/16 f4/16 f4/2 0 f4/2 0 1 0.0 f4/3",
-     ORB_ANY_COUNT, "", "=8"},
-    {"orbCannyEdgeDetect", ORB_IMAGE_ROW(orbCannyEdgeDetect, 0x6), "i1/48 i1/48 1 10.0 40.0 2", ORB_ANY_COUNT, "",
-     "=2"},
-    {"orbHoughLineRegion", ORB_IMAGE_ROW(orbHoughLineRegion, 0x4),
-     "f4/20 i1/48 1.0 0.1 2 -20.0 20.0 0.0 3.0 10 i4/1", ORB_ANY_COUNT, "", ""},
-    {"orbProbabilisticHoughLine", ORB_IMAGE_ROW(orbProbabilisticHoughLine, 0x4), "i4/40 i1/48 1.0 0.1 2 2 1 10 i4/1",
-     ORB_ANY_COUNT, "", ""},
+    {"orbFwdDWT", FN(orbFwdDWT), "f4/16 f4/16 f4/16 f4/16 f4/64 f4/2 1 f4/2 1 1 0.0 f4/3",
+     ORB_ANY_COUNT, "", "=8", -1, nullptr, 0x3e},
+    {"orbInvDWT", FN(orbInvDWT), "f4/64 f4/16 f4/16 f4/16 f4/16 f4/2 0 f4/2 0 1 0.0 f4/3",
+     ORB_ANY_COUNT, "", "=8", -1, nullptr, 0x3e},
+    {"orbCannyEdgeDetect", FN(orbCannyEdgeDetect), "i1/48 i1/48 1 10.0 40.0 2", ORB_ANY_COUNT, "",
+     "=2", -1, nullptr, 0x6},
+    {"orbHoughLineRegion", FN(orbHoughLineRegion),
+     "f4/20 i1/48 1.0 0.1 2 -20.0 20.0 0.0 3.0 10 i4/1", ORB_ANY_COUNT, "", "", -1, nullptr, 0x4},
+    {"orbProbabilisticHoughLine", FN(orbProbabilisticHoughLine), "i4/40 i1/48 1.0 0.1 2 2 1 10 i4/1",
+     ORB_ANY_COUNT, "", "", -1, nullptr, 0x4},
 #undef ORB_ANY_COUNT
-#undef ORB_IMAGE_ROW
 
     {"orbGetIPPVersion", FN(orbGetIPPVersion), "", "*", "", ""},
     {"orbGetEnabledCPUFeatures", FN(orbGetEnabledCPUFeatures), "", "*", "", ""},
@@ -268,6 +245,23 @@ std::vector<Value> validArgs(Host &h, const Row &row)
     std::vector<Value> args;
     for (const std::string &t : tokens(row.args))
         args.push_back(make(h, t));
+    return shaped(h, row, args);
+}
+
+std::vector<Value> shaped(Host &h, const Row &row, std::vector<Value> args)
+{
+    for (size_t i = 0; i < args.size() && i + 1 < 32; ++i) {
+        if (!((row.matrices >> (i + 1)) & 1) || !h.isRTable(args[i]))
+            continue;
+        orbhost::RTableInfo info = h.rtableInfo(args[i]);
+        int64_t rows = 1;
+        while ((rows + 1) * (rows + 1) <= info.count)
+            ++rows;
+        while (info.count % rows)
+            --rows;
+        if (info.bounds.size() == 1 && info.count > 0)
+            args[i] = h.rtable(info.datatype, {{1, rows}, {1, info.count / rows}}, info.data);
+    }
     return args;
 }
 

@@ -40,6 +40,9 @@ struct Row {
     // The error a valid call ends with, for an export whose initialiser test
     // is inverted (it raises whenever the initialiser succeeds); null for none.
     const char *validError = nullptr;
+    // Bit i set: a one-dimensional rtable at argument position i is handed
+    // over as a matrix of about square shape (the image exports).
+    uint32_t matrices = 0;
 };
 
 // Every export's row.
@@ -60,6 +63,8 @@ std::vector<std::string> tokens(const char *spec);
 Value make(Host &h, const std::string &t);
 // A row's valid arguments, made in h.
 std::vector<Value> validArgs(Host &h, const Row &row);
+// args with the rtables at the row's matrix positions made matrices.
+std::vector<Value> shaped(Host &h, const Row &row, std::vector<Value> args);
 
 }  // namespace orbrows
 

@@ -18,6 +18,11 @@
 #include "frame/frame.h"
 #include "support.h"
 
+namespace orbrows {
+// Rows print by name in test listings.
+void PrintTo(const Row &row, std::ostream *os) { *os << row.name; }
+}  // namespace orbrows
+
 namespace {
 
 using orbhost::CallResult;
@@ -51,7 +56,7 @@ Outcome run(Host &h, const Row &row, const std::vector<Value> &args, int64_t cou
     int64_t before = orbBackendLiveAllocations();
     if (count != kRealCount)
         h.forceNumArgs(count);
-    Outcome o{h.call(row.fn, args), ""};
+    Outcome o{h.call(row.fn, orbrows::shaped(h, row, args)), ""};
     h.clearForcedNumArgs();
     orbBackendFailNthAllocation(0);
     if (orbBackendLiveAllocations() != before)
@@ -215,9 +220,6 @@ TEST(Sweep, EveryExportHasARow)
     for (const Row &r : rows)
         EXPECT_TRUE(exported.count(r.name)) << r.name << " has a row but is not exported";
 }
-
-// Rows print by name in test listings.
-void PrintTo(const Row &row, std::ostream *os) { *os << row.name; }
 
 class SweepRows : public ::testing::TestWithParam<Row> {};
 
