@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -21,6 +22,8 @@ static bool replay(const fs::path &file)
     if (!in)
         return false;
     std::vector<uint8_t> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (std::getenv("ORB_FUZZ_TRACE"))
+        std::fprintf(stderr, "%s\n", file.c_str());
     orbfuzz::RunInput(bytes.data(), bytes.size());
     return true;
 }
@@ -44,7 +47,9 @@ int main(int argc, char **argv)
             for (const auto &e : fs::directory_iterator(p))
                 if (e.is_regular_file())
                     files += replay(e.path());
-        } else if (!replay(p)) {
+        } else if (replay(p)) {
+            ++files;
+        } else {
             std::fprintf(stderr, "orbfuzz: cannot read %s\n", argv[i]);
             return 1;
         }
