@@ -39,6 +39,8 @@
 #include <stdint.h>
 #include <string.h>
 
+#include <algorithm>
+
 #include "entry.h"
 #include "ipps.h"
 
@@ -235,11 +237,10 @@ void SortedRun(const T *base, T *out, size_t count, int m, T *sorted, T *first, 
     for (size_t i = 0; i < count; ++i) {
         const T *w = base + i;
         if (!*ready) {
-            for (size_t k = 0; k < mm; ++k) {
-                const size_t at = LowerBound(sorted, k, w[k]);
-                memmove(sorted + at + 1, sorted + at, (k - at) * sizeof(T));
-                sorted[at] = w[k];
-            }
+            // Sorted whole: inserting one by one costs m^2 moves, which a
+            // long mask over a short signal would feel.
+            memcpy(sorted, w, mm * sizeof(T));
+            std::sort(sorted, sorted + mm, [](T a, T b) { return Less(a, b); });
             *ready = true;
         } else {
             // The leaving sample's slot moves toward where the entering one
