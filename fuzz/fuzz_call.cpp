@@ -389,6 +389,9 @@ void RunInput(const uint8_t *data, size_t size)
         Call c = decodeCall(h, r);
         if (!Admissible(h, c.target->name, c.args))
             continue;
+        if (tracing)
+            for (size_t i = 0; i < c.args.size(); ++i)
+                std::fprintf(stderr, "  %zu: %.300s\n", i + 1, h.print(c.args[i]).c_str());
         const int64_t before = orbBackendLiveAllocations();
         h.setErrorMode(c.returning ? ErrorMode::Return : ErrorMode::Jump);
         if (c.forced)
