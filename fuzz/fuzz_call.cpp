@@ -1,6 +1,7 @@
 // Decoding fuzz inputs into calls, and encoding calls back into inputs.
 #include "fuzz_call.h"
 
+#include <chrono>
 #include <climits>
 #include <cmath>
 #include <cstdio>
@@ -397,6 +398,7 @@ void RunInput(const uint8_t *data, size_t size)
         if (c.forced)
             h.forceNumArgs(c.count);
         orbhost::CallResult result;
+        const auto start = std::chrono::steady_clock::now();
         if (c.target->fn) {
             result = h.call(c.target->fn, c.args);
         } else {
@@ -411,8 +413,10 @@ void RunInput(const uint8_t *data, size_t size)
         h.clearForcedNumArgs();
         ++callsMade;
         if (tracing)
-            std::fprintf(stderr, "%s/%zu%s: %s\n", c.target->name, c.args.size(), c.returning ? " returning" : "",
-                         result.raised ? result.error.c_str() : "ok");
+            std::fprintf(stderr, "%s/%zu%s: %s (%lld us)\n", c.target->name, c.args.size(),
+                         c.returning ? " returning" : "", result.raised ? result.error.c_str() : "ok",
+                         (long long)std::chrono::duration_cast<std::chrono::microseconds>(
+                             std::chrono::steady_clock::now() - start).count());
         if (orbBackendLiveAllocations() != before)
             fail(c, "backend blocks left allocated", (long long)(orbBackendLiveAllocations() - before));
         if (!h.guardsIntact())

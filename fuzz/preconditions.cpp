@@ -11,20 +11,23 @@ namespace {
 using orbhost::Host;
 using orbhost::Value;
 
-// An anchor within its taps: 0 <= anchor < number of taps (any small anchor
-// when the taps are no rtable, which the export refuses first).
-bool anchorWithinTaps(const Host &h, const std::vector<Value> &args, size_t taps, size_t anchor)
+// A filter bank of at most 256 taps with its anchor within them: 0 <= anchor
+// < taps (any anchor below 64 when the taps are no rtable, which the export
+// refuses first).
+bool bankWithinBounds(const Host &h, const std::vector<Value> &args, size_t taps, size_t anchor)
 {
+    int64_t len = taps < args.size() && h.isRTable(args[taps]) ? h.rtableInfo(args[taps]).count : 64;
+    if (len > 256)
+        return false;
     if (anchor >= args.size() || !h.isInteger(args[anchor]))
         return true;
     int64_t a = h.toInteger(args[anchor]);
-    int64_t len = taps < args.size() && h.isRTable(args[taps]) ? h.rtableInfo(args[taps]).count : 64;
     return a >= 0 && a < (len > 0 ? len : 1);
 }
 
-bool waveletAnchors(const Host &h, const std::vector<Value> &args)
+bool waveletBanks(const Host &h, const std::vector<Value> &args)
 {
-    return anchorWithinTaps(h, args, 5, 6) && anchorWithinTaps(h, args, 7, 8);
+    return bankWithinBounds(h, args, 5, 6) && bankWithinBounds(h, args, 7, 8);
 }
 
 // Terms of a symbolic sliding sum (rtables of host values, or of two
@@ -45,11 +48,13 @@ struct Precondition {
 };
 
 const Precondition kPreconditions[] = {
-    // The bordered copy of the image is sized from the anchors before the
-    // backend's initialiser checks them, so an anchor far outside its taps
-    // asks for an image of any size, and sums of such anchors overflow.
-    {"orbFwdDWT", "anchors (positions 7 and 9) lie within their taps", waveletAnchors},
-    {"orbInvDWT", "anchors (positions 7 and 9) lie within their taps", waveletAnchors},
+    // The bordered copy of the image is sized from the taps and anchors
+    // before the backend's initialiser checks them: an anchor far outside
+    // its taps asks for an image of any size (and sums of such anchors
+    // overflow), and a bank of n taps borders the image by about n on each
+    // side, so its copy costs (image + 2n)^2 pixels.
+    {"orbFwdDWT", "banks of at most 256 taps, anchors (positions 7, 9) within them", waveletBanks},
+    {"orbInvDWT", "banks of at most 256 taps, anchors (positions 7, 9) within them", waveletBanks},
     // Not a guard the exports lack: a sliding sum of host values builds every
     // term through the host's arithmetic, so its time is the host's and
     // grows with the product of the lengths. Kept small so that one call
