@@ -64,8 +64,10 @@ enum Kind : uint8_t {
 };
 
 constexpr int kMaxDepth = 2;
-// Elements in one rtable at most, so that every call stays quick.
+// Elements in one rtable at most, so that every call stays quick; rtables of
+// host values are computed on through the host's arithmetic, so fewer.
 constexpr int64_t kMaxElements = 1 << 14;
+constexpr int64_t kMaxHostValues = 1 << 10;
 
 const int64_t kEdgeInts[] = {
     0, 1, -1, 2, 3, 4, 7, 8, 16, 64, 255, 256, 32767, 32768, 65535, 65536,
@@ -195,7 +197,7 @@ Value makeRTable(Host &h, Reader &r)
     }
     for (int d = 0; d < dims; ++d)
         count *= extents[d];
-    while (count > kMaxElements) {
+    while (count > (code <= 1 ? kMaxHostValues : kMaxElements)) {
         int widest = 0;
         for (int d = 1; d < dims; ++d)
             if (extents[d] > extents[widest])
