@@ -5,6 +5,7 @@
 // they were. A registry test holds the rows to the headers' declarations.
 #include <gtest/gtest.h>
 #include <limits.h>
+#include <math.h>
 #include <string.h>
 
 #include <algorithm>
@@ -152,7 +153,7 @@ struct Row {
     std::string name;
     std::vector<M> m;
     std::vector<size_t> elem;
-    std::vector<bool> is_ptr, is_signed, is_int;
+    std::vector<bool> is_ptr, is_signed, is_int, is_float;
     std::vector<void (*)(void *, int)> fill;
     std::function<IppStatus(const std::vector<Slot> &)> call;
     std::map<std::pair<int, long long>, IppStatus> want;
@@ -184,6 +185,7 @@ Row MakeRow(const char *name, IppStatus (*fn)(A...), Ms... ms)
     r.is_ptr = {std::is_pointer_v<A>...};
     r.is_signed = {std::is_signed_v<A>...};
     r.is_int = {std::is_integral_v<A> || std::is_enum_v<A>...};
+    r.is_float = {std::is_floating_point_v<A>...};
     r.fill = {[] {
         using E = std::remove_pointer_t<A>;
         if constexpr (std::is_pointer_v<A>) return &DefaultFill<std::remove_cv_t<E>, std::is_const_v<E> ? 0 : 96>;
@@ -347,9 +349,19 @@ void Sweep(const Row &r)
                 s[k].i = valid[k].i;
             }
         }
+        // Real arguments out of every range: the same, and a size query
+        // still gives sizes.
+        const bool query = r.name.find("Get") != std::string::npos && r.name.find("Size") != std::string::npos;
+        if (r.m[k].kind == M::kVal && r.is_float[k]) {
+            for (long double v : {(long double)NAN, (long double)INFINITY, -(long double)INFINITY, -1.0L, 0.0L, 1e30L}) {
+                s[k].d = v;
+                EXPECT_TRUE(Expect(r, b, s, kAnyStatus, query)) << "argument " << k << " = " << double(v);
+            }
+            s[k].d = valid[k].d;
+        }
         // Size queries at the largest lengths: a size or a refusal, never a
         // size that wrapped around.
-        if (r.name.find("Get") == std::string::npos || r.name.find("Size") == std::string::npos) continue;
+        if (!query) continue;
         if (r.m[k].kind == M::kLen) {
             s[k].i = INT_MAX;
             EXPECT_TRUE(Expect(r, b, s, kAnyStatus, true)) << "argument " << k << " = INT_MAX";
@@ -903,9 +915,54 @@ const char *const kOwnChecks[] = {
 
 }  // namespace
 
+// The Hough step sizes size the accumulator: a step of zero, below zero,
+// not a number or too fine for the accumulator's count is refused, or else
+// gives sizes; a refusal writes none.
+TEST(Contract, HoughStepsSizeOrRefuse)
+{
+    const float nan = NAN, fine = 1e-30f;
+    for (IppPointPolar d : {IppPointPolar{0, 0.1f}, IppPointPolar{1, 0}, IppPointPolar{-1, 0.1f},
+                            IppPointPolar{1, -0.1f}, IppPointPolar{nan, 0.1f}, IppPointPolar{1, nan},
+                            IppPointPolar{fine, 0.1f}, IppPointPolar{1, fine}, IppPointPolar{INFINITY, INFINITY}}) {
+        for (IppiSize roi : {IppiSize{8, 8}, IppiSize{INT_MAX, INT_MAX}}) {
+            SCOPED_TRACE(::testing::Message() << d.rho << ", " << d.theta << " on " << roi.width);
+            int buf = -7, spec = -7;
+            IppStatus st = ippiHoughLineGetSize_8u_C1R(roi, d, 4, &buf);
+            EXPECT_TRUE(st >= 0 ? buf >= 0 : buf == -7) << st << " " << buf;
+            buf = -7;
+            st = ippiHoughProbLineGetSize_8u_C1R(roi, d, &spec, &buf);
+            EXPECT_TRUE(st >= 0 ? buf >= 0 && spec >= 0 : buf == -7 && spec == -7) << st << " " << spec << " " << buf;
+        }
+    }
+}
+
 TEST(Contract, InPlaceAsApart)
 {
     for (const InPlaceRow &x : InPlaceRows()) CheckInPlace(x);
+}
+
+// Moves over overlapping ranges, both ways, as memmove.
+TEST(Contract, MovesOverlapAsMemmove)
+{
+    const auto check = [](auto fn, auto t) {
+        using T = decltype(t);
+        for (int shift : {-5, -1, 1, 5})
+            for (int len : {1, 7, 40}) {
+                std::vector<T> v(64), want;
+                Mixed<T>(shift + 7)(v.data(), 64);
+                want = v;
+                T *src = v.data() + 10, *dst = src + shift;
+                memmove(want.data() + 10 + shift, want.data() + 10, len * sizeof(T));
+                EXPECT_EQ(fn(src, dst, len), ippStsNoErr);
+                EXPECT_EQ(memcmp(v.data(), want.data(), v.size() * sizeof(T)), 0) << shift << " " << len;
+            }
+    };
+    check(ippsMove_16s, Ipp16s());
+    check(ippsMove_32s, Ipp32s());
+    check(ippsMove_64s, Ipp64s());
+    check(ippsMove_32f, Ipp32f());
+    check(ippsMove_64f, Ipp64f());
+    check(ippsMove_64fc, Ipp64fc());
 }
 
 TEST(Contract, AllocatorsRefuseSizesBelowOne)
