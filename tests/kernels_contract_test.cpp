@@ -1,8 +1,11 @@
 // The backend's argument contract, one row per entry point: each pointer
-// null in turn, each length (and each image dimension) at 0, -1 and INT_MIN,
-// each with the status the entry point owes; a refused call leaves its
-// buffers, the bytes around them and the set-up structures it was given as
-// they were. A registry test holds the rows to the headers' declarations.
+// null in turn (also with every length 0), each length and image dimension
+// at 0, -1 and INT_MIN, each with the status the entry point owes; other
+// integer, enumerated and real arguments out of range with any status; size
+// queries at the largest lengths. A refused call leaves its buffers, the
+// bytes around them and the set-up structures it was given as they were, and
+// no call writes past its buffers or leaves allocations behind. A registry
+// test holds the rows to the headers' declarations.
 #include <gtest/gtest.h>
 #include <limits.h>
 #include <math.h>
@@ -138,7 +141,8 @@ P Make(const Slot &s)
 }
 
 // Elements from + 1, from + 2, ... of arithmetic and complex types; other
-// types zero. Inputs count from 1, outputs from a value no result here has.
+// types zero. Inputs count from 1, outputs from 97, so that a refused call
+// that writes small results shows.
 template <class E, int from = 0>
 void DefaultFill(void *p, int n)
 {
@@ -208,7 +212,9 @@ Row Auto(const char *name, IppStatus (*fn)(A...), int len_at, int n, std::map<in
     constexpr size_t kN = sizeof...(A);
     constexpr bool ptr[] = {std::is_pointer_v<A>...};
     return [&]<size_t... K>(std::index_sequence<K...>) {
-        auto pick = [&](size_t k) { return ptr[k] ? B(n) : int(k) == len_at ? L(n) : vals.count(int(k)) ? vals[int(k)] : M(0); };
+        auto pick = [&](size_t k) {
+            return ptr[k] ? B(n) : int(k) == len_at ? L(n) : vals.count(int(k)) ? vals[int(k)] : M(0);
+        };
         return MakeRow(name, fn, pick(K)...);
     }(std::make_index_sequence<kN>());
 }
@@ -282,7 +288,8 @@ std::vector<Slot> Slots(const Row &r, const Buffers &b)
     const std::vector<std::vector<unsigned char>> before = b.raw;
     std::vector<std::vector<unsigned char>> ext(r.m.size());
     for (size_t k = 0; k < r.m.size(); ++k)
-        if (r.m[k].kind == M::kExt) ext[k].assign((unsigned char *)r.m[k].ext, (unsigned char *)r.m[k].ext + r.m[k].bytes);
+        if (r.m[k].kind == M::kExt)
+            ext[k].assign((unsigned char *)r.m[k].ext, (unsigned char *)r.m[k].ext + r.m[k].bytes);
     const int64_t live = orbBackendLiveAllocations();
     const IppStatus st = r.call(s);
     ++calls;
@@ -295,7 +302,8 @@ std::vector<Slot> Slots(const Row &r, const Buffers &b)
             if (std::find_if(b.raw[k].data(), lo, [](unsigned char c) { return c != kGuardByte; }) != lo ||
                 std::find_if(hi, end, [](unsigned char c) { return c != kGuardByte; }) != end)
                 return ::testing::AssertionFailure() << "wrote outside argument " << k;
-            if (refused && b.raw[k] != before[k]) return ::testing::AssertionFailure() << "refused, wrote argument " << k;
+            if (refused && b.raw[k] != before[k])
+                return ::testing::AssertionFailure() << "refused, wrote argument " << k;
         }
         if (r.m[k].kind == M::kExt && refused && memcmp(ext[k].data(), r.m[k].ext, r.m[k].bytes))
             return ::testing::AssertionFailure() << "refused, changed argument " << k;
@@ -353,7 +361,8 @@ void Sweep(const Row &r)
         // still gives sizes.
         const bool query = r.name.find("Get") != std::string::npos && r.name.find("Size") != std::string::npos;
         if (r.m[k].kind == M::kVal && r.is_float[k]) {
-            for (long double v : {(long double)NAN, (long double)INFINITY, -(long double)INFINITY, -1.0L, 0.0L, 1e30L}) {
+            for (long double v : {(long double)NAN, (long double)INFINITY, -(long double)INFINITY, -1.0L, 0.0L,
+                                  1e30L}) {
                 s[k].d = v;
                 EXPECT_TRUE(Expect(r, b, s, kAnyStatus, query)) << "argument " << k << " = " << double(v);
             }
@@ -369,7 +378,8 @@ void Sweep(const Row &r)
         if (r.m[k].kind == M::kSize)
             for (IppiSize big : {IppiSize{INT_MAX, 1}, IppiSize{1, INT_MAX}, IppiSize{INT_MAX, INT_MAX}}) {
                 s[k].size = big;
-                EXPECT_TRUE(Expect(r, b, s, kAnyStatus, true)) << "argument " << k << " " << big.width << "x" << big.height;
+                EXPECT_TRUE(Expect(r, b, s, kAnyStatus, true))
+                    << "argument " << k << " " << big.width << "x" << big.height;
             }
     }
 }
@@ -448,7 +458,8 @@ std::vector<Row> SignalRows()
         MAP(ippsConj_64fc), MAP(ippsConjFlip_64fc), MAP(ippsReal_64fc), MAP(ippsImag_64fc),
         MAP(ippsMagnitude_64fc), MAP(ippsMagnitude_32f), MAP(ippsMagnitude_64f), MAP(ippsPhase_64fc),
         MAP(ippsPhase_32f), MAP(ippsPhase_64f), MAP(ippsPowerSpectr_64fc), MAP(ippsPowerSpectr_32f),
-        MAP(ippsPowerSpectr_64f), MAP(ippsRealToCplx_64f).On(0, ippStsNoErr).On(1, ippStsNoErr), MAP(ippsCplxToReal_64fc), MAP(ippsCartToPolar_64fc),
+        MAP(ippsPowerSpectr_64f), MAP(ippsRealToCplx_64f).On(0, ippStsNoErr).On(1, ippStsNoErr),  // either part
+        MAP(ippsCplxToReal_64fc), MAP(ippsCartToPolar_64fc),
         MAP(ippsCartToPolar_64f), MAP(ippsPolarToCart_64fc), MAP(ippsPolarToCart_64f),
         MAP(ippsConvert_8s32f), MAP(ippsConvert_16s32f), MAP(ippsConvert_32s32f), MAP(ippsConvert_64f32f),
         MAP(ippsConvert_32f64f), MAP(ippsConvert_32s64f), MAP(ippsConvert_64s64f), MAP(ippsConvert_32s16s),
@@ -503,9 +514,11 @@ std::vector<Row> SignalRows()
         RED(ippsVectorJaehne_64f, {{2, 1}}), RED(ippsVectorSlope_16s), RED(ippsVectorSlope_32s),
         RED(ippsVectorSlope_32f), RED(ippsVectorSlope_64f),
     };
-#define ORB_WIN(name, ...)                                                                             \
-    r.insert(r.end(), {MAP(ipps##name##_16s __VA_OPT__(, ) __VA_ARGS__), MAP(ipps##name##_32f __VA_OPT__(, ) __VA_ARGS__), \
-                       MAP(ipps##name##_64f __VA_OPT__(, ) __VA_ARGS__), MAP(ipps##name##_64fc __VA_OPT__(, ) __VA_ARGS__)})
+#define ORB_WIN(name, ...)                                                           \
+    r.insert(r.end(), {MAP(ipps##name##_16s __VA_OPT__(, ) __VA_ARGS__),             \
+                       MAP(ipps##name##_32f __VA_OPT__(, ) __VA_ARGS__),             \
+                       MAP(ipps##name##_64f __VA_OPT__(, ) __VA_ARGS__),             \
+                       MAP(ipps##name##_64fc __VA_OPT__(, ) __VA_ARGS__)})
     ORB_WIN(WinBartlett);
     ORB_WIN(WinHamming);
     ORB_WIN(WinHann);
@@ -625,7 +638,8 @@ std::vector<Row> ConvolutionRows()
     r.push_back(ROW(ippsConvolveGetBufferSize, L(n1), L(n2), ipp64f, ippAlgAuto, B(1)));
     r.push_back(ROW(ippsConvolve_32f, B(n1), L(n1), B(n2), L(n2), B(n1 + n2 - 1), ippAlgAuto, B(conv)));
     r.push_back(ROW(ippsConvolve_64f, B(n1), L(n1), B(n2), L(n2), B(n1 + n2 - 1), ippAlgAuto, B(conv)));
-    r.push_back(ROW(ippsConvBiased_32f, B(n1), L(n1), B(n2), L(n2), B(nd), L(nd), 2).On(5, ippStsNoErr));  // no elements asked for
+    r.push_back(ROW(ippsConvBiased_32f, B(n1), L(n1), B(n2), L(n2), B(nd), L(nd), 2)
+                    .On(5, ippStsNoErr));  // no elements asked for
     r.push_back(ROW(ippsAutoCorrNormGetBufferSize, L(n1), L(nd), ipp64fc, a, B(1)));
     r.push_back(ROW(ippsAutoCorrNorm_32f, B(n1), L(n1), B(nd), L(nd), a, B(autoc)));
     r.push_back(ROW(ippsAutoCorrNorm_64f, B(n1), L(n1), B(nd), L(nd), a, B(autoc)));
@@ -669,7 +683,8 @@ std::vector<Row> FilterRows()
         const Ipp32f t[taps] = {};
         EXPECT_EQ(ippsFIRLMSInit_32f(&s, t, taps, nullptr, 0, Keep(bytes)), ippStsNoErr);
         r.push_back(ROW(ippsFIRLMSGetStateSize_32f, L(taps), 0, B(1)).On(0, ippStsFIRLenErr));
-        r.push_back(ROW(ippsFIRLMSInit_32f, B(1), B(taps), L(taps), B(2 * taps), 0, B(bytes)).On(3, ippStsNoErr).On(2, ippStsFIRLenErr));
+        r.push_back(ROW(ippsFIRLMSInit_32f, B(1), B(taps), L(taps), B(2 * taps), 0, B(bytes))
+                        .On(2, ippStsFIRLenErr).On(3, ippStsNoErr));
         r.push_back(ROW(ippsFIRLMS_32f, B(n), B(n), B(n), L(n), 0.01f, X(s, bytes)));
     }
     const int order = 2;
@@ -681,8 +696,9 @@ std::vector<Row> FilterRows()
         std::vector<Ipp##T> t(2 * order + 2);                                                             \
         DefaultFill<Ipp##T>(t.data(), int(t.size()));                                                     \
         EXPECT_EQ(ippsIIRInit_##T(&s, t.data(), order, nullptr, Keep(bytes)), ippStsNoErr);               \
-        r.push_back(ROW(ippsIIRGetStateSize_##T, L(order), B(1)).On(0, ippStsIIROrderErr));                                        \
-        r.push_back(ROW(ippsIIRInit_##T, B(1), B(2 * order + 2), L(order), B(order), B(bytes)).On(3, ippStsNoErr).On(2, ippStsIIROrderErr)); \
+        r.push_back(ROW(ippsIIRGetStateSize_##T, L(order), B(1)).On(0, ippStsIIROrderErr));              \
+        r.push_back(ROW(ippsIIRInit_##T, B(1), B(2 * order + 2), L(order), B(order), B(bytes))           \
+                        .On(2, ippStsIIROrderErr).On(3, ippStsNoErr));                                    \
         r.push_back(ROW(ippsIIR_##T, B(n), B(n), L(n), X(s, bytes)));                                     \
     }
     ORB_IIR(32f)
@@ -693,8 +709,10 @@ std::vector<Row> FilterRows()
         int buf = 0;
         EXPECT_EQ(ippsIIRGenGetBufferSize(order, &buf), ippStsNoErr);
         r.push_back(ROW(ippsIIRGenGetBufferSize, L(order), B(1)).On(0, ippStsIIRGenOrderErr));
-        r.push_back(ROW(ippsIIRGenLowpass_64f, 0.2, 0.5, L(order), B(2 * order + 2), ippButterworth, B(buf)).On(2, ippStsIIRGenOrderErr));
-        r.push_back(ROW(ippsIIRGenHighpass_64f, 0.2, 0.5, L(order), B(2 * order + 2), ippChebyshev1, B(buf)).On(2, ippStsIIRGenOrderErr));
+        r.push_back(ROW(ippsIIRGenLowpass_64f, 0.2, 0.5, L(order), B(2 * order + 2), ippButterworth, B(buf))
+                        .On(2, ippStsIIRGenOrderErr));
+        r.push_back(ROW(ippsIIRGenHighpass_64f, 0.2, 0.5, L(order), B(2 * order + 2), ippChebyshev1, B(buf))
+                        .On(2, ippStsIIRGenOrderErr));
     }
     {
         const int mask = 3;
