@@ -333,8 +333,9 @@ void Sweep(const Row &r)
                 if (r.m[j].kind == M::kLen) z[j].i = z[j].d = 0;
                 if (r.m[j].kind == M::kSize) z[j].size = {0, 0};
             }
-            if (want == ippStsNullPtrErr)
+            if (want == ippStsNullPtrErr) {
                 EXPECT_TRUE(Expect(r, b, z, want)) << "argument " << k << " null, lengths 0";
+            }
         }
         for (long long v : {0LL, -1LL, (long long)INT_MIN}) {
             if (r.m[k].kind == M::kLen && (r.is_signed[k] || v == 0)) {
