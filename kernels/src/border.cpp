@@ -67,9 +67,9 @@ void FillRow(const Ipp32f *sr, Ipp32f *dr, IppiSize srcSize, IppiSize dstSize, i
 IppStatus CopyBorder(const Ipp32f *pSrc, int srcStep, IppiSize srcSize, Ipp32f *pDst, int dstStep, IppiSize dstSize,
                      int top, int left, int channels, Kind kind, const Ipp32f *value)
 {
+    if (kind == Kind::Const && value == nullptr) return ippStsNullPtrErr;
     IppStatus st = CheckBorderArgs(pSrc, srcStep, srcSize, pDst, dstStep, dstSize, top, left, channels);
     if (st != ippStsNoErr) return st;
-    if (kind == Kind::Const && value == nullptr) return ippStsNullPtrErr;
     const bool constant = kind == Kind::Const;
     std::vector<int> colMap(size_t(dstSize.width), 0);
     for (int x = 0; x < dstSize.width; ++x) colMap[size_t(x)] = MapIndex(long(x) - left, srcSize.width, kind);

@@ -904,10 +904,9 @@ inline Ipp32s Scaled(int64_t v, int sf)
         const int64_t q = v >> sf, r = v - (q << sf), half = int64_t(1) << (sf - 1);
         v = q + (r > half || (r == half && (q & 1)));
     } else if (sf < 0) {
-        const int up = -sf;
-        if (v != 0 && (up >= 32 || (v < 0 ? -v : v) > (int64_t(1) << (32 - up))))
-            return v < 0 ? INT32_MIN : INT32_MAX;
-        v *= int64_t(1) << up;
+        if (v == 0) return 0;
+        if (sf <= -32 || (v < 0 ? -v : v) > (int64_t(1) << (32 + sf))) return v < 0 ? INT32_MIN : INT32_MAX;
+        v *= int64_t(1) << -sf;
     }
     return v > INT32_MAX ? INT32_MAX : v < INT32_MIN ? INT32_MIN : Ipp32s(v);
 }
