@@ -1,8 +1,9 @@
 // Concurrent callers: several threads, each with a host of its own, call every
 // export in a seeded random order for a bounded time, all reading the very
-// same input storage. Every call must print, raise and write exactly what the
-// same call did on the main thread beforehand; the inputs must be unchanged,
-// and no backend allocation may be left, after the threads join.
+// same input storage. Every call must return, raise, print and write exactly
+// what the same call did on the main thread beforehand (bit for bit, through
+// the printed forms); the inputs must be unchanged, and no backend
+// allocation may be left, after the threads join.
 //
 // ORB_THREADS (default 4) and ORB_CONCURRENCY_SECONDS (default 3) set the
 // number of threads and how long they keep calling; every thread completes
@@ -12,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -131,10 +131,10 @@ size_t elementBytes(int32_t datatype)
     return bytes[datatype];
 }
 
-int64_t envOr(const char *name, int64_t fallback)
+double envOr(const char *name, double fallback)
 {
     const char *v = std::getenv(name);
-    return v && *v ? std::atoll(v) : fallback;
+    return v && *v ? std::atof(v) : fallback;
 }
 
 // One argument of a call: an rtable read by every thread from the same
@@ -235,8 +235,8 @@ Call prepare(Host &source, const orbrows::Row &row, std::mt19937 *scramble)
 
 TEST(Concurrency, EveryExportFromSeveralThreadsMatchesItsSingleThreadedResult)
 {
-    const int threads = int(std::max<int64_t>(1, envOr("ORB_THREADS", 4)));
-    const double seconds = double(envOr("ORB_CONCURRENCY_SECONDS", 3));
+    const int threads = std::max(1, int(envOr("ORB_THREADS", 4)));
+    const double seconds = envOr("ORB_CONCURRENCY_SECONDS", 3);
     const int64_t liveBefore = orbBackendLiveAllocations();
 
     Host source;
