@@ -197,8 +197,10 @@ Outcome run(Host &h, const orbrows::Row &row, const std::vector<Value> &args)
 }
 
 // The rtables of every call live in the source host, whose storage the
-// threads share. A probe call on copies finds which ones the export writes
-// or returns; those are copied for each call, the rest shared.
+// threads share. Probe calls on copies find the ones the export writes or
+// returns; those are copied for each call, the rest shared. An output may
+// be written with the values it already held, so the second probe starts
+// from every candidate's bytes inverted.
 Call prepare(Host &source, const orbrows::Row &row, std::mt19937 *scramble)
 {
     Call c{&row, {}, {}};
@@ -217,18 +219,36 @@ Call prepare(Host &source, const orbrows::Row &row, std::mt19937 *scramble)
         }
         c.args.push_back({Arg::Copied, t, info});
     }
-    Host h;
-    std::vector<Value> args = argsIn(h, c);
-    std::vector<std::string> pristine;
-    for (Value v : args)
-        pristine.push_back(h.printFull(v));
-    if (row.forcedCount >= 0)
-        h.forceNumArgs(row.forcedCount);
-    CallResult r = h.call(row.fn, args);
-    h.clearForcedNumArgs();
-    for (size_t i = 0; i < c.args.size(); ++i)
-        if (c.args[i].kind == Arg::Copied && args[i] != r.result && h.printFull(args[i]) == pristine[i])
-            c.args[i].kind = Arg::Shared;
+    for (bool inverted : {false, true}) {
+        Call copies = c;
+        for (Arg &a : copies.args)
+            if (a.kind == Arg::Shared)
+                a.kind = Arg::Copied;
+        Host h;
+        std::vector<Value> args = argsIn(h, copies);
+        std::vector<std::string> before;
+        for (size_t i = 0; i < args.size(); ++i) {
+            if (inverted && c.args[i].kind == Arg::Shared) {
+                RTableInfo info = h.rtableInfo(args[i]);
+                auto *p = static_cast<unsigned char *>(info.data);
+                for (size_t b = 0; b < size_t(info.count) * elementBytes(info.datatype); ++b)
+                    p[b] = static_cast<unsigned char>(~p[b]);
+            }
+            before.push_back(h.printFull(args[i]));
+        }
+        if (row.forcedCount >= 0)
+            h.forceNumArgs(row.forcedCount);
+        CallResult r = h.call(row.fn, args);
+        h.clearForcedNumArgs();
+        std::vector<Value> returned = r.raised ? std::vector<Value>{} : h.elements(r.result);
+        for (size_t i = 0; i < c.args.size(); ++i)
+            if (c.args[i].kind == Arg::Token)
+                continue;
+            else if (std::count(returned.begin(), returned.end(), args[i]) || h.printFull(args[i]) != before[i])
+                c.args[i].kind = Arg::Copied;
+            else if (!inverted)
+                c.args[i].kind = Arg::Shared;
+    }
     return c;
 }
 
