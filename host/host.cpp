@@ -162,11 +162,13 @@ Host *current() { return tlsCurrent; }
 #endif
 
 RTableRec::~RTableRec() {
+    if (!block) return;
     ORB_UNPOISON(this);
     std::free(block);
 }
 
 bool RTableRec::guardsIntact() const {
+    if (!block) return true;
     ORB_UNPOISON(this);
     struct Repoison {
         const RTableRec *r;
@@ -252,6 +254,10 @@ Value Host::Impl::makeRTable(const Settings &s, const int64_t *bounds, const voi
         std::memset(rec->data, 0, bytes);
     }
     ORB_POISON(rec.get());
+    return adopt(std::move(rec));
+}
+
+Value Host::Impl::adopt(std::unique_ptr<RTableRec> rec) {
     uint64_t *o = alloc(2, kRTable);
     o[1] = reinterpret_cast<uint64_t>(rec.get());
     rtableOf.emplace(o, rec.get());
@@ -584,6 +590,26 @@ Value Host::rtable(int32_t datatype, const std::vector<std::pair<int64_t, int64_
 
 Value Host::rtable1(int32_t datatype, int64_t n, const void *data) {
     return rtable(datatype, {{1, n}}, data);
+}
+
+Value Host::rtableOver(int32_t datatype, const std::vector<std::pair<int64_t, int64_t>> &bounds, void *data) {
+    if (!elementSize(datatype)) throw std::invalid_argument("rtableOver: unknown datatype");
+    if (bounds.empty() || !data) throw std::invalid_argument("rtableOver: no dimensions or no storage");
+    auto rec = std::make_unique<RTableRec>();
+    std::memset(&rec->settings, kSettingsPattern, sizeof rec->settings);
+    rec->settings.datatype = datatype;
+    rec->settings.uninterpreted = 0;
+    rec->settings.storage = kRectangular;
+    rec->settings.numDims = int32_t(bounds.size());
+    rec->elemSize = elementSize(datatype);
+    rec->count = 1;
+    for (auto &[lo, hi] : bounds) {
+        if (hi < lo - 1) throw std::invalid_argument("rtableOver: upper bound below lower bound - 1");
+        rec->bounds.emplace_back(lo, hi);
+        rec->count *= hi - lo + 1;
+    }
+    rec->data = data;
+    return impl_->adopt(std::move(rec));
 }
 
 uint32_t Host::kindOf(Value v) {

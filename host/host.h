@@ -123,6 +123,11 @@ public:
                  const void *data = nullptr, int32_t storage = kRectangular);
     // One-dimensional with bounds 1..n.
     Value rtable1(int32_t datatype, int64_t n, const void *data = nullptr);
+    // An rtable over storage the caller owns and keeps alive as long as the
+    // value is used (contiguous, last index fastest, rectangular), without
+    // guard bytes: several hosts, one per thread, can then read the very
+    // same storage.
+    Value rtableOver(int32_t datatype, const std::vector<std::pair<int64_t, int64_t>> &bounds, void *data);
 
     // Reading values.
     // The object kind; immediates classify as 1 or 2, and a word that is no

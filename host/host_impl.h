@@ -37,7 +37,7 @@ struct RTableRec {
     int64_t count = 0;
     size_t elemSize = 0;
     void *data = nullptr;   // block + kGuardBytes
-    void *block = nullptr;  // what was allocated
+    void *block = nullptr;  // what was allocated; null over the caller's storage (no guards)
     bool guardsIntact() const;
     ~RTableRec();
 };
@@ -91,6 +91,7 @@ struct Host::Impl {
 
     Value makeText(const char *text, size_t n, uint32_t kind);
     Value makeRTable(const Settings &s, const int64_t *bounds, const void *data);
+    Value adopt(std::unique_ptr<RTableRec> rec);  // makes the rtable object for a record
     Value finish(Value v);  // normalises sums and products
 
     bool toNum(Value v, Num &n) const;
