@@ -3,7 +3,7 @@
 set -e
 SUDO=
 [ "$(id -u)" = 0 ] || SUDO=sudo
-pkgs="g++ make cmake ninja-build pkg-config binutils ca-certificates git
+pkgs="g++ clang libclang-rt-14-dev make cmake ninja-build pkg-config binutils ca-certificates git
       libhwy-dev libfftw3-dev libgtest-dev libgmock-dev libbenchmark-dev libedit-dev
       libopencv-imgproc-dev libsndfile1-dev gnuplot-nox"
 missing=

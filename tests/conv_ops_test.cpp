@@ -124,7 +124,8 @@ void wrapsInItsWidth(int32_t code)
         for (size_t i = 0; i < want.size(); ++i) {
             using U = std::make_unsigned_t<I>;
             U s = 0;
-            for (size_t j = 0; j < a.size(); ++j) s = U(s + U(U(a[rev ? 3 - j : j]) * U(b[i + j])));
+            for (size_t j = 0; j < a.size(); ++j)  // in 64 bits: narrow unsigned products promote to int
+                s = U(s + U(uint64_t(U(a[rev ? 3 - j : j])) * U(b[i + j])));
             want[i] = I(s);
         }
         EXPECT_EQ(contents<I>(h, r.result), want) << "code " << code << " rev " << rev;

@@ -136,15 +136,15 @@ struct Entry<kAcc, V, IppStatus (*)(A...)> {
     using P = std::tuple_element_t<K, std::tuple<A...>>;
     using Ptrs = std::array<void *, sizeof...(A)>;
     static constexpr size_t kN = sizeof...(A);
-    static constexpr bool kPtr[] = {std::is_pointer_v<A>...};
-    static constexpr bool kOut[] = {(std::is_pointer_v<A> && !std::is_const_v<std::remove_pointer_t<A>>)...};
+    static constexpr bool kPtr[kN] = {std::is_pointer_v<A>...};
+    static constexpr bool kOut[kN] = {(std::is_pointer_v<A> && !std::is_const_v<std::remove_pointer_t<A>>)...};
     static constexpr size_t Last(bool (*f)(size_t), size_t k = kN) { return k == 0 ? kN : f(--k) ? k : Last(f, k); }
     static constexpr size_t kO = [] { size_t k = 0; while (!kOut[k]) ++k; return k; }();  // the first output
     static constexpr bool kTwo = Last([](size_t k) { return kOut[k]; }) != kO;
     static constexpr size_t kLen = Last([](size_t k) { return kPtr[k]; }) + 1;
     using O = Elem<P<kO>>;
     static constexpr bool In(size_t k) { return kPtr[k] && (!kOut[k] || (kAcc && k == kO)); }
-    static constexpr bool kOfO[] = {std::is_same_v<Elem<A>, O>...};
+    static constexpr bool kOfO[kN] = {std::is_same_v<Elem<A>, O>...};
     static constexpr size_t kSame = kAcc ? kN : Last([](size_t k) { return In(k) && kOfO[k]; });
     static constexpr size_t kOdd = alignof(O) < sizeof(O) ? alignof(O) : 2 * sizeof(O);  // complex: half a value
     static constexpr int kMax = std::min({(std::is_pointer_v<A> ? MaxLen<Elem<A>>() : 1 << 20)...});

@@ -233,8 +233,11 @@ INSTANTIATE_TEST_SUITE_P(Exports, SweepRows, ::testing::ValuesIn(kRows, kRows + 
                          [](const ::testing::TestParamInfo<Row> &info) { return std::string(info.param.name); });
 
 // Exports written for the sweep itself: a correct one that holds scratch
-// memory, one that holds a block across its checks (so a raise loses it),
-// and one that reports a failed allocation in the wrong words.
+// memory, one that holds a block across its checks (so a raise loses it; the
+// test frees the lost blocks once the sweep has seen them), and one that
+// reports a failed allocation in the wrong words.
+std::vector<Ipp8u *> lostBlocks;
+
 HostValue holdsScratch(HostCallbacks cb, ArgSeq args, int leak, int wrongMessage)
 {
     int64_t n = orbBegin(cb, args);
@@ -244,8 +247,9 @@ HostValue holdsScratch(HostCallbacks cb, ArgSeq args, int leak, int wrongMessage
     int64_t len, len2;
 
     orbHeldInit(&held);
-    if (leak)
-        orbMalloc8u(&held, 64);
+    Ipp8u *kept = leak ? ippsMalloc_8u(64) : nullptr;  // outside held: lost on every early exit
+    if (kept)
+        lostBlocks.push_back(kept);
     if (n != 2) {
         orbArityError(cb, ARITY_TWO, n);
         return 0;
@@ -270,6 +274,10 @@ HostValue holdsScratch(HostCallbacks cb, ArgSeq args, int leak, int wrongMessage
         !orbOk(cb, &held, ippsAdd_64f(copy, src, dst, orbLen32(len))))
         return args[1];
     orbRelease(&held);
+    if (kept) {
+        lostBlocks.pop_back();
+        ippsFree(kept);
+    }
     return args[1];
 }
 
@@ -293,6 +301,9 @@ TEST(Sweep, CatchesLeaksWrongMessagesAndMissingRows)
 
     Row leaky{"leaky", FN(leakyScratch), "f8 f8", "2", "two", "=6"};
     EXPECT_TRUE(anyContains(sweep(leaky), "3 arguments: left 1 allocations"));
+    for (Ipp8u *block : lostBlocks)
+        ippsFree(block);
+    lostBlocks.clear();
 
     Row mislabelled{"mislabelled", FN(mislabelledScratch), "f8 f8", "2", "two", "=6"};
     EXPECT_TRUE(anyContains(sweep(mislabelled), "allocation 1 failing raised: no memory"));

@@ -115,10 +115,13 @@ HWY_INLINE hn::Vec<DI> IntegralToInt(DI di, V v)
         if constexpr (sizeof(TI) == 4) return i32;
         else return hn::DemoteTo(di, i32);
     } else if constexpr (sizeof(TI) == 8) {
-        // 2^63 itself is out of range; not every target's conversion says so.
+        // 2^63 itself is out of range; not every target's conversion says so,
+        // and the portable one's is undefined there, so those lanes convert
+        // as zero before they are replaced.
         const hn::Rebind<double, DI> dd;
-        const auto big = hn::RebindMask(di, hn::Ge(v, hn::Set(dd, 9223372036854775808.0)));
-        return hn::IfThenElse(big, hn::Set(di, INT64_MAX), hn::ConvertTo(di, v));
+        const auto bigD = hn::Ge(v, hn::Set(dd, 9223372036854775808.0));
+        const auto big = hn::RebindMask(di, bigD);
+        return hn::IfThenElse(big, hn::Set(di, INT64_MAX), hn::ConvertTo(di, hn::IfThenZeroElse(bigD, v)));
     } else {
         const auto i32 = hn::DemoteTo(hn::Rebind<int32_t, DI>(), v);  // saturates
         if constexpr (sizeof(TI) == 4) return i32;

@@ -34,7 +34,8 @@ CpuidWords ReadCpuidWords()
         w.leaf7Ecx = c;
         w.leaf7Edx = d;
     }
-    if (__get_cpuid_max(0x80000000u, nullptr) >= 0x80000001u) {
+    const unsigned maxExtLeaf = __get_cpuid_max(0x80000000u, nullptr);  // int in clang's cpuid.h
+    if (maxExtLeaf >= 0x80000001u) {
         __cpuid(0x80000001u, a, b, c, d);
         w.ext1Ecx = c;
     }

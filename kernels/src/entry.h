@@ -28,7 +28,7 @@ namespace orb_kernels {
 template <class L, class... P>
 inline IppStatus CheckArgs(L len, const P *...p)
 {
-    if (((p == nullptr) || ...)) return ippStsNullPtrErr;
+    if ((!p || ...)) return ippStsNullPtrErr;
     return len < 1 ? ippStsSizeErr : ippStsNoErr;
 }
 

@@ -222,7 +222,7 @@ Slot *measure(const Key &key, Slot *old, PlanKind kind, PlanPrecision precision,
     if (!base) return old;
     const void *const scratch[4] = {base + key.align[0],
                                     key.inPlace ? base + key.align[0] : base + bytes[0] + 64 + key.align[1]};
-    const double limit = std::min({kMeasureLimit, std::max(4 * predicted, 0.1), budgetLeft});
+    const double limit = std::min({kMeasureLimit, std::max(4 * predicted, PlanMeasureMinSeconds()), budgetLeft});
     const auto start = std::chrono::steady_clock::now();
     if (precision == PlanPrecision::kDouble)
         fftw_set_timelimit(limit);
@@ -268,6 +268,12 @@ size_t &PlanCacheCapacity()
 {
     static size_t capacity = 64;
     return capacity;
+}
+
+double &PlanMeasureMinSeconds()
+{
+    static double seconds = 0.1;
+    return seconds;
 }
 
 size_t PlanCacheSize()

@@ -79,6 +79,10 @@ inline fftwf_plan AsPlan32(Lease l) { return static_cast<fftwf_plan>(l.plan); }
 std::size_t &PlanCacheCapacity();
 /* Plans held now (tests). */
 std::size_t PlanCacheSize();
+/* The shortest time limit, in seconds, of one replanning by measurement
+ * (0.1; the limit is at most 1 s whatever this says). Tests raise it so that
+ * a busy machine or a sanitizer's slow allocator does not run out of it. */
+double &PlanMeasureMinSeconds();
 
 }  // namespace orb_kernels
 
