@@ -15,8 +15,10 @@ corpus="$build/fuzz-corpus"
 artifacts="$build/fuzz-artifacts"
 mkdir -p "$corpus" "$artifacts"
 ORB_FUZZ_SEEDS="$corpus" "$fuzzer"
-export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:halt_on_error=1:abort_on_error=1:allocator_may_return_null=1}"
-export UBSAN_OPTIONS="${UBSAN_OPTIONS:-halt_on_error=1:print_stacktrace=1}"
+# A failed allocation must come back as null (the exports report it as "out
+# of memory"), not stop the run; options given outside come after and win.
+export ASAN_OPTIONS="detect_leaks=1:halt_on_error=1:abort_on_error=1:allocator_may_return_null=1${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
 if [ "$jobs" -le 1 ]; then
   exec "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -max_len=4096 \
     -print_final_stats=1 -artifact_prefix="$artifacts/" "$corpus" "$src/fuzz/regressions"

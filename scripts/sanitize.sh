@@ -1,7 +1,8 @@
 #!/bin/sh
 # Builds everything with AddressSanitizer and UndefinedBehaviorSanitizer
 # (clang) in a folder of its own, default build-san, and runs every test
-# there; any sanitizer report fails the test that caused it.
+# there; any sanitizer report fails the test that caused it. Then the export
+# fuzzer runs for ORB_FUZZ_SECONDS (default 180) in the same build.
 set -eu
 dir=${1:-build-san}
 cd "$(dirname "$0")/.."
@@ -12,7 +13,8 @@ cd "$(dirname "$0")/.."
 flags="-O2 -gline-tables-only -DNDEBUG -DHWY_DISABLED_TARGETS=6528"
 cmake -S . -B "$dir" -G Ninja -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
       -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_FLAGS_RELWITHDEBINFO="$flags" \
-      -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="$flags" -DORB_SANITIZE=address,undefined -DORB_BUILD_BENCH=OFF
+      -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="$flags" -DORB_SANITIZE=address,undefined -DORB_BUILD_BENCH=OFF \
+      -DORB_BUILD_FUZZ=ON
 cmake --build "$dir" -j2
 ASAN_OPTIONS=detect_leaks=1:halt_on_error=1:print_stacktrace=1:strict_init_order=1:detect_odr_violation=2
 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
@@ -22,3 +24,4 @@ if ! command -v llvm-symbolizer > /dev/null && [ -x /usr/lib/llvm-14/bin/llvm-sy
   export ASAN_SYMBOLIZER_PATH=/usr/lib/llvm-14/bin/llvm-symbolizer
 fi
 ctest --test-dir "$dir" --output-on-failure -j2
+sh scripts/fuzz.sh "$dir" "${ORB_FUZZ_SECONDS:-180}"
