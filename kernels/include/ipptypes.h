@@ -37,9 +37,18 @@ typedef struct { int width; int height; } IppiSize;
 typedef struct { int x; int y; int width; int height; } IppiRect;
 typedef struct { int x; int y; } IppiPoint;
 
-typedef enum { ippAlgHintNone = 0, ippAlgHintFast = 1, ippAlgHintAccurate = 2 } IppHintAlgorithm;
+/* An enumeration argument may hold any int its caller passes (a C caller
+ * can); in C++ the enumerations take int as their fixed type, so such a value
+ * is a value the entry point can refuse rather than undefined behaviour. */
+#ifdef __cplusplus
+#define IPP_ENUM enum : int
+#else
+#define IPP_ENUM enum
+#endif
 
-typedef enum {
+typedef IPP_ENUM { ippAlgHintNone = 0, ippAlgHintFast = 1, ippAlgHintAccurate = 2 } IppHintAlgorithm;
+
+typedef IPP_ENUM {
     ippRndZero = 0,
     ippRndNear = 1,
     ippRndFinancial = 2,
@@ -58,7 +67,7 @@ typedef struct {
 } IppLibraryVersion;
 
 /* Element types, as size queries and some functions take them. */
-typedef enum {
+typedef IPP_ENUM {
     ippUndef = -1,
     ipp1u = 0,
     ipp8u, ipp8uc, ipp8s, ipp8sc,
@@ -70,8 +79,8 @@ typedef enum {
 /* Algorithm choice and result normalisation of convolution and correlation;
  * the two are or-ed into one argument. */
 typedef int IppEnum;
-typedef enum { ippAlgAuto = 0x00000000, ippAlgDirect = 0x00000001, ippAlgFFT = 0x00000002, ippAlgMask = 0x000000FF } IppAlgType;
-typedef enum { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x00000200, ippsNormMask = 0x0000FF00 } IppsNormOp;
+typedef IPP_ENUM { ippAlgAuto = 0x00000000, ippAlgDirect = 0x00000001, ippAlgFFT = 0x00000002, ippAlgMask = 0x000000FF } IppAlgType;
+typedef IPP_ENUM { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x00000200, ippsNormMask = 0x0000FF00 } IppsNormOp;
 
 /* Normalisation flags of the Fourier transforms. */
 #define IPP_FFT_DIV_FWD_BY_N 1
@@ -79,23 +88,23 @@ typedef enum { ippsNormNone = 0x00000000, ippsNormB = 0x00000100, ippsNormU = 0x
 #define IPP_FFT_DIV_BY_SQRTN 4
 #define IPP_FFT_NODIV_BY_ANY 8
 
-typedef enum { ippWinBartlett = 0, ippWinBlackman = 1, ippWinHamming = 2, ippWinHann = 3, ippWinRect = 4 } IppWinType;
-typedef enum { ippButterworth = 0, ippChebyshev1 = 1 } IppsIIRFilterType;
-typedef enum { ippFalse = 0, ippTrue = 1 } IppBool;
-typedef enum { ippZCR = 0, ippZCXor = 1, ippZCC = 2 } IppsZCType;
+typedef IPP_ENUM { ippWinBartlett = 0, ippWinBlackman = 1, ippWinHamming = 2, ippWinHann = 3, ippWinRect = 4 } IppWinType;
+typedef IPP_ENUM { ippButterworth = 0, ippChebyshev1 = 1 } IppsIIRFilterType;
+typedef IPP_ENUM { ippFalse = 0, ippTrue = 1 } IppBool;
+typedef IPP_ENUM { ippZCR = 0, ippZCXor = 1, ippZCC = 2 } IppsZCType;
 
 /* Image-side options: differential kernels, mask sizes, norms, borders. */
-typedef enum {
+typedef IPP_ENUM {
     ippFilterSobelVert = 0, ippFilterSobelHoriz = 1, ippFilterSobel = 2,
     ippFilterScharrVert = 3, ippFilterScharrHoriz = 4, ippFilterScharr = 5,
     ippFilterCentralDiffVert = 6, ippFilterCentralDiffHoriz = 7, ippFilterCentralDiff = 8
 } IppiDifferentialKernel;
-typedef enum {
+typedef IPP_ENUM {
     ippMskSize1x3 = 13, ippMskSize1x5 = 15, ippMskSize3x1 = 31, ippMskSize3x3 = 33,
     ippMskSize5x1 = 51, ippMskSize5x5 = 55
 } IppiMaskSize;
-typedef enum { ippNormInf = 0x00000001, ippNormL1 = 0x00000002, ippNormL2 = 0x00000004 } IppNormType;
-typedef enum {
+typedef IPP_ENUM { ippNormInf = 0x00000001, ippNormL1 = 0x00000002, ippNormL2 = 0x00000004 } IppNormType;
+typedef IPP_ENUM {
     ippBorderConst = 0, ippBorderRepl = 1, ippBorderWrap = 2, ippBorderMirror = 3, ippBorderMirrorR = 4,
     ippBorderDefault = 5, ippBorderInMem = 6, ippBorderInMemTop = 0x0010, ippBorderInMemBottom = 0x0020,
     ippBorderInMemLeft = 0x0040, ippBorderInMemRight = 0x0080
