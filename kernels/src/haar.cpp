@@ -11,7 +11,7 @@ namespace orb_kernels {
 namespace {
 
 /* v * 2^-shift rounded to nearest, halves to even, saturated to 16 bits. */
-Ipp16s Scaled(int32_t v, int shift)
+Ipp16s Scaled(int32_t v, int64_t shift)
 {
     int64_t q;
     if (shift > 0) {
@@ -20,7 +20,7 @@ Ipp16s Scaled(int32_t v, int shift)
         const int32_t rest = v - int32_t(q << shift), half = int32_t(1) << (shift - 1);
         if (rest > half || (rest == half && (q & 1))) ++q;
     } else {
-        q = int64_t(v) * (int64_t(1) << (-shift > 20 ? 20 : -shift));
+        q = int64_t(v) * (int64_t(1) << (shift < -20 ? 20 : -shift));
     }
     return Ipp16s(q > INT16_MAX ? INT16_MAX : q < INT16_MIN ? INT16_MIN : q);
 }
@@ -54,8 +54,8 @@ void Forward16s(const Ipp16s *x, int len, Ipp16s *low, Ipp16s *high, int sf)
     const int pairs = len / 2;
     for (int n = 0; n < pairs; ++n) {
         const int32_t a = x[2 * n], b = x[2 * n + 1];
-        low[n] = Scaled(a + b, sf + 1);
-        high[n] = Scaled(b - a, sf + 1);
+        low[n] = Scaled(a + b, int64_t(sf) + 1);
+        high[n] = Scaled(b - a, int64_t(sf) + 1);
     }
     if (len % 2) low[pairs] = Scaled(x[len - 1], sf);
 }
