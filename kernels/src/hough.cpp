@@ -223,6 +223,9 @@ IppStatus ippiHoughLine_Region_8u32f_C1R(const Ipp8u *pSrc, int srcStep, IppiSiz
     const double hi = std::min(floor((rMax - rMin) / dr + 1e-9), floor((diag + dr - rMin) / dr));
     *pLineCount = 0;
     if (hi < lo) return ippStsNoErr;
+    // A region that starts 2^53 bins or more below the image cannot place
+    // its bins (nor convert their numbers) exactly.
+    if (!(lo < 0x1p53)) return ippStsOutOfRangeErr;
     const long r0 = long(lo), nR = std::min(long(hi) - r0 + 1, b.rhos);
 
     const LineLayout l = LineLayoutFor(b);
