@@ -41,10 +41,14 @@ bool smallSymbolicSlide(const Host &h, const std::vector<Value> &args)
     return !symbolic || a.count * b.count <= (1 << 16);
 }
 
-// A median mask (position 3) of at most 2^16 samples.
+// A median mask (position 3) of at most 2^16 samples, also as the 32 bits
+// the accessor hands on after a raise that returns.
 bool moderateMask(const Host &h, const std::vector<Value> &args)
 {
-    return args.size() < 3 || !h.isInteger(args[2]) || h.toInteger(args[2]) <= (1 << 16);
+    if (args.size() < 3 || !h.isInteger(args[2]))
+        return true;
+    const int64_t mask = h.toInteger(args[2]);
+    return mask <= (1 << 16) && int32_t(uint32_t(uint64_t(mask))) <= (1 << 16);
 }
 
 struct Precondition {
