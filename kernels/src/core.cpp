@@ -1,5 +1,8 @@
 // The backend's core: processor detection, choice of the SIMD code path,
 // the feature mask and the version record.
+// dispatch.h first: the targets named here are the ones the kernels compile.
+#include "dispatch.h"
+
 #include <cstdio>
 
 #include "hwy/targets.h"
