@@ -19,11 +19,16 @@ ORB_FUZZ_SEEDS="$corpus" "$fuzzer"
 # of memory"), not stop the run; options given outside come after and win.
 export ASAN_OPTIONS="detect_leaks=1:halt_on_error=1:abort_on_error=1:allocator_may_return_null=1${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
 export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
+# A call counts as hung after 60 s: the fuzzer's build traces every
+# comparison, which makes the tightest loops (sorting a median window, Hough
+# voting) about 30 times slower than a release build (more under
+# AddressSanitizer); the slowest calls the long runs met take half a second
+# in a release build.
 if [ "$jobs" -le 1 ]; then
-  exec "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -max_len=4096 \
+  exec "$fuzzer" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=4096 -max_len=4096 \
     -print_final_stats=1 -artifact_prefix="$artifacts/" "$corpus" "$src/fuzz/regressions"
 fi
 # Several processes share the corpus; each stops after SECONDS.
-exec "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -max_len=4096 \
+exec "$fuzzer" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=4096 -max_len=4096 \
   -print_final_stats=1 -artifact_prefix="$artifacts/" -jobs="$jobs" -workers="$jobs" \
   "$corpus" "$src/fuzz/regressions"

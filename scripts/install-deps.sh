@@ -1,9 +1,10 @@
 #!/bin/sh
-# Installs, on Debian, whatever building and testing orb needs and is missing.
+# Installs, on Debian, whatever building and testing orb needs and is missing
+# (llvm for llvm-symbolizer: sanitizer reports then name their source lines).
 set -e
 SUDO=
 [ "$(id -u)" = 0 ] || SUDO=sudo
-pkgs="g++ clang libclang-rt-14-dev make cmake ninja-build pkg-config binutils ca-certificates git
+pkgs="g++ clang libclang-rt-14-dev llvm make cmake ninja-build pkg-config binutils ca-certificates git
       libhwy-dev libfftw3-dev libgtest-dev libgmock-dev libbenchmark-dev libedit-dev
       libopencv-imgproc-dev libsndfile1-dev gnuplot-nox"
 missing=
