@@ -70,11 +70,11 @@ const Precondition kPreconditions[] = {
     // grows with the product of the lengths. Kept small so that one call
     // stays well inside the fuzzer's time limit.
     {"orbConv", "symbolic sums of at most 2^16 terms", smallSymbolicSlide},
+    {"orbCorr", "symbolic sums of at most 2^16 terms", smallSymbolicSlide},
     // Not a guard the export lacks either: the first window of a mask of m
     // samples is sorted whatever the signal's length, m log m steps over m
     // elements of scratch memory, so a mask in the millions takes seconds.
     {"orbMedianFilter", "masks of at most 2^16 samples", moderateMask},
-    {"orbCorr", "symbolic sums of at most 2^16 terms", smallSymbolicSlide},
 };
 
 }  // namespace

@@ -19,9 +19,5 @@ cmake --build "$dir" -j2
 ASAN_OPTIONS=detect_leaks=1:halt_on_error=1:print_stacktrace=1:strict_init_order=1:detect_odr_violation=2
 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 export ASAN_OPTIONS UBSAN_OPTIONS
-# Reports name functions and lines when a symbolizer is at hand.
-if ! command -v llvm-symbolizer > /dev/null && [ -x /usr/lib/llvm-14/bin/llvm-symbolizer ]; then
-  export ASAN_SYMBOLIZER_PATH=/usr/lib/llvm-14/bin/llvm-symbolizer
-fi
 ctest --test-dir "$dir" --output-on-failure -j2
 sh scripts/fuzz.sh "$dir" "${ORB_FUZZ_SECONDS:-180}"
